@@ -1,0 +1,34 @@
+#include "data_bridge/zr_contract/DataType.h"
+
+namespace zr::core
+{
+std::string DataTypeToString(DataType dataType)
+{
+  switch(dataType)
+  {
+  case DataType::int8:
+    return "int8";
+  case DataType::uint8:
+    return "uint8";
+  case DataType::int16:
+    return "int16";
+  case DataType::uint16:
+    return "uint16";
+  case DataType::int32:
+    return "int32";
+  case DataType::uint32:
+    return "uint32";
+  case DataType::int64:
+    return "int64";
+  case DataType::uint64:
+    return "uint64";
+  case DataType::float32:
+    return "float32";
+  case DataType::float64:
+    return "float64";
+  case DataType::boolean:
+    return "boolean";
+  }
+  return "unknown";
+}
+} // namespace zr::core
