@@ -1,0 +1,55 @@
+#include "data_bridge/VXErrorObserver.h"
+
+#include <QRegularExpression>
+
+#include <vtkObjectFactory.h>
+
+vtkStandardNewMacro(VXErrorObserver);
+
+void VXErrorObserver::Execute(vtkObject* /*caller*/, unsigned long eventId, void* callData)
+{
+  if (eventId == vtkCommand::ErrorEvent)
+  {
+    addMessage(static_cast<const char*>(callData));
+  }
+}
+
+void VXErrorObserver::addMessage(const char* vtkMessage)
+{
+  const QString text = CleanMessage(vtkMessage);
+  // The executive repeats a reader's failure once per pipeline pass; one line is enough.
+  if (!text.isEmpty() && !m_Errors.contains(text))
+  {
+    m_Errors.append(text);
+  }
+}
+
+bool VXErrorObserver::hasErrors() const
+{
+  return !m_Errors.isEmpty();
+}
+
+QString VXErrorObserver::errorText() const
+{
+  return m_Errors.join(QLatin1Char('\n'));
+}
+
+void VXErrorObserver::clear()
+{
+  m_Errors.clear();
+}
+
+QString VXErrorObserver::CleanMessage(const char* vtkMessage)
+{
+  if (vtkMessage == nullptr)
+  {
+    return {};
+  }
+  QString text = QString::fromUtf8(vtkMessage).trimmed();
+  static const QRegularExpression s_LocationLine(
+      QStringLiteral("^(ERROR|Warning): In [^\\n]*, line \\d+\\s*\\n"));
+  static const QRegularExpression s_ObjectPrefix(QStringLiteral("^\\w+ \\(0x[0-9a-fA-F]+\\): "));
+  text.remove(s_LocationLine);
+  text.remove(s_ObjectPrefix);
+  return text.trimmed();
+}

@@ -1,0 +1,253 @@
+#include "data_bridge/ZRVtkDatasetReaders.h"
+
+#include "data_bridge/VXVtkErrorCapture.h"
+#include "data_bridge/ZRVtkLibFileTypes.h"
+#include "data_bridge/ZRVtkObjectName.h"
+
+#include <QFileInfo>
+#include <QMimeDatabase>
+
+#include <vtkBMPReader.h>
+#include <vtkCellData.h>
+#include <vtkGenericDataObjectReader.h>
+#include <vtkImageData.h>
+#include <vtkJPEGReader.h>
+#include <vtkPNGReader.h>
+#include <vtkPointData.h>
+#include <vtkPolyData.h>
+#include <vtkSTLReader.h>
+#include <vtkTIFFReader.h>
+#include <vtkXMLGenericDataObjectReader.h>
+#include <vtkXMLImageDataReader.h>
+#include <vtkXMLPImageDataReader.h>
+#include <vtkXMLPPolyDataReader.h>
+#include <vtkXMLPRectilinearGridReader.h>
+#include <vtkXMLPStructuredGridReader.h>
+#include <vtkXMLPUnstructuredGridReader.h>
+#include <vtkXMLPolyDataReader.h>
+#include <vtkXMLRectilinearGridReader.h>
+#include <vtkXMLStructuredGridReader.h>
+#include <vtkXMLUnstructuredGridReader.h>
+
+namespace io = ZRVtkLib::io;
+
+namespace
+{
+// What the caller gets once the reader has run: the output, or null and the message if VTK complained.
+template<class DataT>
+vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, QString* errorMessage)
+{
+  if (capture.hasErrors())
+  {
+    if (errorMessage != nullptr)
+    {
+      *errorMessage = capture.errorText();
+    }
+    return nullptr;
+  }
+  return output;
+}
+
+template<class ReaderT>
+vtkSmartPointer<vtkDataSet> ReadXml(const QString& path, QString* errorMessage)
+{
+  VXVtkErrorCapture capture;
+  auto reader = vtkSmartPointer<ReaderT>::New();
+  capture.watch(reader);
+  reader->SetFileName(path.toUtf8().constData());
+  reader->Update();
+  return Checked(capture, reader->GetOutputAsDataSet(), errorMessage);
+}
+
+template<class ReaderT>
+vtkSmartPointer<vtkImageData> ReadImageFile(const QString& path, QString* errorMessage)
+{
+  VXVtkErrorCapture capture;
+  auto reader = vtkSmartPointer<ReaderT>::New();
+  capture.watch(reader);
+  reader->SetFileName(path.toUtf8().constData());
+  reader->Update();
+  return Checked(capture, reader->GetOutput(), errorMessage);
+}
+} // namespace
+
+namespace ZRVtk
+{
+namespace utils
+{
+vtkSmartPointer<vtkDataSet> Read(const QString& path, QString* errorMessage)
+{
+  using Reader = vtkSmartPointer<vtkDataSet> (*)(const QString&, QString*);
+  // Checked in this order; the legacy reader also takes the parallel legacy suffix.
+  const std::pair<const QString&, Reader> readers[] = {
+      {io::VTI_FILE_EXT, ReadImageData},        {io::PVTI_FILE_EXT, ReadPImageData},
+      {io::VTR_FILE_EXT, ReadRectilinearGrid},  {io::PVTR_FILE_EXT, ReadPRectilinearGrid},
+      {io::VTS_FILE_EXT, ReadStructuredGrid},   {io::PVTS_FILE_EXT, ReadPStructuredGrid},
+      {io::VTU_FILE_EXT, ReadUnstructuredGrid}, {io::PVTU_FILE_EXT, ReadPUnstructuredGrid},
+      {io::VTP_FILE_EXT, ReadPolyData},         {io::PVTP_FILE_EXT, ReadPPolyData},
+      {io::VTK_FILE_EXT, ReadVtkData},          {io::PVTK_FILE_EXT, ReadVtkData},
+      {io::STL_FILE_EXT, ReadSTLData},
+  };
+  const QString suffix = QFileInfo(path).suffix().toLower();
+  for (const auto& [extension, reader] : readers)
+  {
+    if (suffix == extension)
+    {
+      return reader(path, errorMessage);
+    }
+  }
+  return nullptr;
+}
+
+vtkSmartPointer<vtkDataSet> ReadImage(const QString& path, bool pointToCell, QString* errorMessage)
+{
+  // By content first: a PNG saved as .jpg is still read as PNG.
+  const QMimeType mimeType = QMimeDatabase().mimeTypeForFile(path);
+  const auto isA = [&mimeType](const QString& extension)
+  { return mimeType.inherits(io::IMAGE_PREFIX + extension); };
+
+  vtkSmartPointer<vtkImageData> image;
+  if (isA(io::JPG_FILE_EXT) || isA(io::JPG_FILE_EXT2))
+  {
+    image = ReadImageFile<vtkJPEGReader>(path, errorMessage);
+  }
+  else if (isA(io::PNG_FILE_EXT))
+  {
+    image = ReadImageFile<vtkPNGReader>(path, errorMessage);
+  }
+  else if (isA(io::TIF_FILE_EXT) || isA(io::TIF_FILE_EXT2))
+  {
+    image = ReadImageFile<vtkTIFFReader>(path, errorMessage);
+  }
+  else if (isA(io::BMP_FILE_EXT))
+  {
+    image = ReadImageFile<vtkBMPReader>(path, errorMessage);
+  }
+  if (image == nullptr)
+  {
+    return nullptr;
+  }
+  if (pointToCell)
+  {
+    return ConvertPointDataToCellData(image);
+  }
+  return image;
+}
+
+vtkSmartPointer<vtkDataSet> ReadImageData(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLImageDataReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadRectilinearGrid(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLRectilinearGridReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadStructuredGrid(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLStructuredGridReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadUnstructuredGrid(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLUnstructuredGridReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadPolyData(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLPolyDataReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadPImageData(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLPImageDataReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadPRectilinearGrid(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLPRectilinearGridReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadPStructuredGrid(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLPStructuredGridReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadPUnstructuredGrid(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLPUnstructuredGridReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadPPolyData(const QString& path, QString* errorMessage)
+{
+  return ReadXml<vtkXMLPPolyDataReader>(path, errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessage)
+{
+  const QByteArray fileName = path.toUtf8();
+  {
+    VXVtkErrorCapture capture;
+    auto xmlReader = vtkSmartPointer<vtkXMLGenericDataObjectReader>::New();
+    capture.watch(xmlReader);
+    xmlReader->SetFileName(fileName.constData());
+    xmlReader->Update();
+    // No output means the file is no XML dataset: its complaints don't matter, the legacy reader decides.
+    if (xmlReader->GetOutput() != nullptr)
+    {
+      return Checked(capture, xmlReader->GetOutputAsDataSet(), errorMessage);
+    }
+  }
+
+  VXVtkErrorCapture capture;
+  auto legacyReader = vtkSmartPointer<vtkGenericDataObjectReader>::New();
+  capture.watch(legacyReader);
+  legacyReader->SetFileName(fileName.constData());
+  legacyReader->Update();
+  vtkDataObject* output = legacyReader->GetOutput();
+  if (output == nullptr || !output->IsA("vtkDataSet"))
+  {
+    if (errorMessage != nullptr)
+    {
+      *errorMessage = capture.hasErrors() ? capture.errorText()
+                                          : QStringLiteral("The file holds no data set: %1").arg(path);
+    }
+    return nullptr;
+  }
+  return Checked(capture, vtkDataSet::SafeDownCast(output), errorMessage);
+}
+
+vtkSmartPointer<vtkDataSet> ReadSTLData(const QString& path, QString* errorMessage)
+{
+  VXVtkErrorCapture capture;
+  auto reader = vtkSmartPointer<vtkSTLReader>::New();
+  capture.watch(reader);
+  reader->SetFileName(path.toUtf8().constData());
+  reader->Update();
+  return Checked<vtkDataSet>(capture, reader->GetOutput(), errorMessage);
+}
+
+vtkSmartPointer<vtkImageData> ConvertPointDataToCellData(vtkImageData* image)
+{
+  if (image == nullptr)
+  {
+    return nullptr;
+  }
+  auto cellImage = vtkSmartPointer<vtkImageData>::New();
+  SetObjectName(cellImage, "Image Data");
+  int dims[3];
+  image->GetDimensions(dims);
+  cellImage->SetDimensions(dims[0] + 1, dims[1] + 1, dims[2] + 1);
+  cellImage->SetOrigin(image->GetOrigin());
+  cellImage->SetSpacing(image->GetSpacing());
+  vtkPointData* pointData = image->GetPointData();
+  vtkCellData* cellData = cellImage->GetCellData();
+  for (int i = 0; i < pointData->GetNumberOfArrays(); ++i)
+  {
+    cellData->AddArray(pointData->GetAbstractArray(i));
+  }
+  return cellImage;
+}
+} // namespace utils
+} // namespace ZRVtk
