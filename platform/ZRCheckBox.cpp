@@ -1,0 +1,3 @@
+#include "platform/ZRCheckBox.h"
+
+ZRCheckBox::~ZRCheckBox() = default;

@@ -1,0 +1,3 @@
+#include "platform/ZRLabel.h"
+
+ZRLabel::~ZRLabel() = default;

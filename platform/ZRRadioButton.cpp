@@ -1,0 +1,3 @@
+#include "platform/ZRRadioButton.h"
+
+ZRRadioButton::~ZRRadioButton() = default;
