@@ -42,6 +42,28 @@ void ZRPreferences::restoreDefaults()
   m_AllowMoreValuesThanIndexedColors = true;
   m_DefaultNotation = k_AutoNotation;
   m_DefaultPrecision = 6;
+  m_DefaultColorPreset = builtInColorPreset();
+}
+
+zr::core::ColorTableUtilities::ColorPreset ZRPreferences::builtInColorPreset()
+{
+  zr::core::ColorTableUtilities::ColorPreset preset;
+  preset.m_Name = "Cool to Warm";
+  preset.m_ColorSpace = "Diverging";
+  preset.m_RGBPoints = {0.0f, 0.231f, 0.298f, 0.753f, 0.5f, 0.865f, 0.865f, 0.865f, 1.0f, 0.706f, 0.016f, 0.149f};
+  preset.m_NanColor = {1.0f, 1.0f, 0.0f};
+  preset.m_DefaultMap = true;
+  return preset;
+}
+
+zr::core::ColorTableUtilities::ColorPreset ZRPreferences::getDefaultColorPreset() const
+{
+  return m_DefaultColorPreset;
+}
+
+void ZRPreferences::setDefaultColorPreset(const zr::core::ColorTableUtilities::ColorPreset& preset)
+{
+  m_DefaultColorPreset = preset;
 }
 
 QColor ZRPreferences::getDefaultRenderWindowBackground() const

@@ -2,6 +2,8 @@
 
 #include "platform/ZRPlatformExport.h"
 
+#include "data_bridge/zr_contract/ColorPreset.h"
+
 #include <QColor>
 #include <QObject>
 #include <QString>
@@ -57,6 +59,12 @@ public:
   bool getAllowMoreValuesThanIndexedColors() const;
   void setAllowMoreValuesThanIndexedColors(bool allow);
 
+  /** @brief The colour map new data sources and data views start with. */
+  zr::core::ColorTableUtilities::ColorPreset getDefaultColorPreset() const;
+  void setDefaultColorPreset(const zr::core::ColorTableUtilities::ColorPreset& preset);
+  /** @brief A diverging blue-white-red map, the default when the user has chosen none. */
+  static zr::core::ColorTableUtilities::ColorPreset builtInColorPreset();
+
   QString getDefaultNotation() const;
   void setDefaultNotation(const QString& notation);
   int getDefaultPrecision() const;
@@ -85,5 +93,6 @@ private:
   bool m_AllowTooManyIndexedValues = true;
   bool m_AllowMoreValuesThanIndexedColors = true;
   QString m_DefaultNotation = k_AutoNotation;
+  zr::core::ColorTableUtilities::ColorPreset m_DefaultColorPreset;
   int m_DefaultPrecision = 6;
 };

@@ -1,0 +1,128 @@
+#pragma once
+
+#include <tbb/blocked_range.h>
+#include <tbb/parallel_reduce.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <type_traits>
+#include <vector>
+
+namespace CV
+{
+/**
+ * Body of a oneTBB parallel_reduce that finds the minimum and maximum of each component and the
+ * range of the tuple magnitudes. NaN values never win a comparison, so they are passed over.
+ */
+template<typename T>
+class ComputeRangeFunctor
+{
+public:
+  ComputeRangeFunctor(const T* buffer, std::size_t numComponents)
+      : m_Buffer(buffer)
+      , m_NumComponents(numComponents)
+      , m_Min(numComponents, std::numeric_limits<T>::max())
+      , m_Max(numComponents, std::numeric_limits<T>::lowest())
+  {
+  }
+
+  ComputeRangeFunctor(ComputeRangeFunctor& other, tbb::split)
+      : ComputeRangeFunctor(other.m_Buffer, other.m_NumComponents)
+  {
+  }
+
+  void operator()(const tbb::blocked_range<unsigned long>& range)
+  {
+    if (m_NumComponents == 1)
+    {
+      scanSingleComponent(range.begin(), range.end());
+      return;
+    }
+    for (unsigned long tuple = range.begin(); tuple != range.end(); ++tuple)
+    {
+      const T* values = m_Buffer + tuple * m_NumComponents;
+      double sumOfSquares = 0.0;
+      for (std::size_t comp = 0; comp < m_NumComponents; ++comp)
+      {
+        const T value = values[comp];
+        m_Min[comp] = value < m_Min[comp] ? value : m_Min[comp];
+        m_Max[comp] = value > m_Max[comp] ? value : m_Max[comp];
+        sumOfSquares += static_cast<double>(value) * static_cast<double>(value);
+      }
+      updateMagnitude(sumOfSquares);
+    }
+  }
+
+  void join(const ComputeRangeFunctor& other)
+  {
+    for (std::size_t comp = 0; comp < m_NumComponents; ++comp)
+    {
+      m_Min[comp] = std::min(m_Min[comp], other.m_Min[comp]);
+      m_Max[comp] = std::max(m_Max[comp], other.m_Max[comp]);
+    }
+    m_MinSquaredMagnitude = std::min(m_MinSquaredMagnitude, other.m_MinSquaredMagnitude);
+    m_MaxSquaredMagnitude = std::max(m_MaxSquaredMagnitude, other.m_MaxSquaredMagnitude);
+  }
+
+  const std::vector<T>& minima() const { return m_Min; }
+  const std::vector<T>& maxima() const { return m_Max; }
+  // The square root is monotonic, so it is taken once on the extremes rather than per tuple.
+  double minMagnitude() const { return std::sqrt(m_MinSquaredMagnitude); }
+  double maxMagnitude() const { return std::sqrt(m_MaxSquaredMagnitude); }
+
+private:
+  void scanSingleComponent(unsigned long begin, unsigned long end)
+  {
+    // Plain select-style loops so the compiler can vectorise them. For one component the magnitude
+    // is |value|, whose largest value sits at one of the two extremes.
+    T lo = m_Min[0];
+    T hi = m_Max[0];
+    double smallestAbs = std::numeric_limits<double>::max();
+    for (unsigned long i = begin; i < end; ++i)
+    {
+      const T value = m_Buffer[i];
+      lo = value < lo ? value : lo;
+      hi = value > hi ? value : hi;
+      if constexpr (std::is_floating_point_v<T>)
+      {
+        const double magnitude = std::fabs(static_cast<double>(value));
+        smallestAbs = magnitude < smallestAbs ? magnitude : smallestAbs;
+      }
+      else if constexpr (std::is_signed_v<T>)
+      {
+        const double magnitude = value < 0 ? -static_cast<double>(value) : static_cast<double>(value);
+        smallestAbs = magnitude < smallestAbs ? magnitude : smallestAbs;
+      }
+      else
+      {
+        const double magnitude = static_cast<double>(value);
+        smallestAbs = magnitude < smallestAbs ? magnitude : smallestAbs;
+      }
+    }
+    m_Min[0] = lo;
+    m_Max[0] = hi;
+    if (begin < end && lo <= hi)
+    {
+      const double largestAbs =
+          std::max(std::fabs(static_cast<double>(lo)), std::fabs(static_cast<double>(hi)));
+      updateMagnitude(smallestAbs * smallestAbs);
+      updateMagnitude(largestAbs * largestAbs);
+    }
+  }
+
+  void updateMagnitude(double sumOfSquares)
+  {
+    m_MinSquaredMagnitude = sumOfSquares < m_MinSquaredMagnitude ? sumOfSquares : m_MinSquaredMagnitude;
+    m_MaxSquaredMagnitude = sumOfSquares > m_MaxSquaredMagnitude ? sumOfSquares : m_MaxSquaredMagnitude;
+  }
+
+  const T* m_Buffer;
+  std::size_t m_NumComponents;
+  std::vector<T> m_Min;
+  std::vector<T> m_Max;
+  double m_MinSquaredMagnitude = std::numeric_limits<double>::max();
+  double m_MaxSquaredMagnitude = std::numeric_limits<double>::min();
+};
+} // namespace CV

@@ -1,0 +1,289 @@
+#include "pipeline/FileToVXBridge.h"
+
+#include "data_bridge/ZRVtkDatasetReaders.h"
+#include "data_bridge/ZRVtkLibFileTypes.h"
+#include "data_bridge/zr_contract/KestrixIO.h"
+#include "pipeline/VXDataSource.h"
+#include "platform/ZRStyle.h"
+
+#include <nlohmann/json.hpp>
+
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QFileSystemWatcher>
+#include <QMessageBox>
+
+namespace
+{
+constexpr const char* k_FilePathKey = "bridge_object_file_path";
+constexpr const char* k_ItemNameKey = "bridge_object_item_name";
+
+bool isDatasetSuffix(const QString& suffix)
+{
+  using namespace ZRVtkLib::io;
+  return suffix == VTI_FILE_EXT || suffix == VTR_FILE_EXT || suffix == VTS_FILE_EXT ||
+         suffix == VTU_FILE_EXT || suffix == VTP_FILE_EXT || suffix == VTK_FILE_EXT || suffix == STL_FILE_EXT;
+}
+
+bool isImageSuffix(const QString& suffix)
+{
+  using namespace ZRVtkLib::io;
+  return suffix == JPG_FILE_EXT || suffix == JPG_FILE_EXT2 || suffix == PNG_FILE_EXT ||
+         suffix == TIF_FILE_EXT || suffix == TIF_FILE_EXT2 || suffix == BMP_FILE_EXT;
+}
+
+// The dataset of a dataset or image file, or null (also for other suffixes).
+vtkSmartPointer<vtkDataSet> readDataSet(const QString& path, const QString& suffix)
+{
+  if (isDatasetSuffix(suffix))
+  {
+    return ZRVtk::utils::Read(path);
+  }
+  if (isImageSuffix(suffix))
+  {
+    return ZRVtk::utils::ReadImage(path, true);
+  }
+  return nullptr;
+}
+
+std::shared_ptr<zr::core::DataStructure> readKestrix(const QString& path)
+{
+  auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false);
+  if (!result.valid())
+  {
+    return nullptr;
+  }
+  return std::make_shared<zr::core::DataStructure>(std::move(result.value()));
+}
+} // namespace
+
+FileToVXBridge::FileToVXBridge(QObject* parent)
+    : VXBridgeObject(parent)
+    , m_Watcher(new QFileSystemWatcher(this))
+{
+  connect(m_Watcher, &QFileSystemWatcher::fileChanged, this, &FileToVXBridge::onFileChanged);
+}
+
+FileToVXBridge::~FileToVXBridge() = default;
+
+QString FileToVXBridge::typeName() const
+{
+  return QStringLiteral("FileToVXBridge");
+}
+
+QString FileToVXBridge::sourceName() const
+{
+  return m_FilePath;
+}
+
+QIcon FileToVXBridge::getIcon() const
+{
+  return ZRStyle::generateThemeIconFromName(QStringLiteral("PipelineFileBridgeObj"));
+}
+
+QString FileToVXBridge::filePath() const
+{
+  return m_FilePath;
+}
+
+bool FileToVXBridge::isWatchingFile() const
+{
+  return m_Watcher != nullptr && m_Watcher->files().contains(m_FilePath, Qt::CaseSensitive);
+}
+
+QStringList FileToVXBridge::watchedFiles() const
+{
+  return m_Watcher != nullptr ? m_Watcher->files() : QStringList();
+}
+
+void FileToVXBridge::setAutoReloadLost(bool lost)
+{
+  m_AutoReloadLost = lost;
+  Q_EMIT autoReloadFlagChanged(this, lost);
+}
+
+void FileToVXBridge::import(const QString& path)
+{
+  m_FilePath = path;
+  if (QFileInfo::exists(path))
+  {
+    m_Watcher->addPath(path);
+  }
+  setName(QFileInfo(path).fileName(), 0);
+  if (!m_DataSources.isEmpty())
+  {
+    clear();
+  }
+  const QString suffix = QFileInfo(path).suffix().toLower();
+  if (suffix == ZRVtkLib::io::KESTRIX_EXT)
+  {
+    // An unreadable file leaves the item in the tree without sources.
+    if (auto dataStructure = readKestrix(path))
+    {
+      importDataStructure(dataStructure);
+    }
+    return;
+  }
+  if (!isDatasetSuffix(suffix) && !isImageSuffix(suffix))
+  {
+    Q_EMIT sendPopupMessage(
+        QStringLiteral("Load File Error"),
+        QStringLiteral("Invalid file type for file at '%1'. Cannot load the file for visualization")
+            .arg(path));
+    return;
+  }
+  auto* dataSource = new VXDataSource(this);
+  dataSource->setDataSet(readDataSet(path, suffix));
+  addDataSource(dataSource);
+}
+
+bool FileToVXBridge::relocate(const QString& text, const QString& caption)
+{
+  if (!askYesNo(QStringLiteral("Source File Missing"), text))
+  {
+    return false;
+  }
+  const QString chosen = chooseFile(caption);
+  if (chosen.isEmpty())
+  {
+    return false;
+  }
+  m_FilePath = chosen;
+  return true;
+}
+
+void FileToVXBridge::reload()
+{
+  if (m_FilePath.isEmpty() || m_DataSources.isEmpty())
+  {
+    Q_EMIT sendOutputMessage(
+        QStringLiteral("The pipeline object doesn't have any data defined; not a reload."));
+    return;
+  }
+  if (!QFileInfo::exists(m_FilePath))
+  {
+    const QString text =
+        QStringLiteral(
+            "The source file (%1) has been renamed or deleted. Do you want to locate the file to reload? "
+            "(WARNING: This will overwrite the current data for this pipeline item with the data in the "
+            "file selected!)")
+            .arg(m_FilePath);
+    if (!relocate(text, QStringLiteral("Locate File To Reload")))
+    {
+      return;
+    }
+    setAutoReloadLost(false);
+  }
+  const QString suffix = QFileInfo(m_FilePath).suffix().toLower();
+  const QString readError =
+      QStringLiteral("An error occurred while reading file %1. Cannot reload the file for "
+                     "visualization")
+          .arg(m_FilePath);
+  if (suffix == ZRVtkLib::io::KESTRIX_EXT)
+  {
+    auto dataStructure = readKestrix(m_FilePath);
+    if (dataStructure == nullptr)
+    {
+      Q_EMIT sendPopupMessage(QStringLiteral("Reload File Error"), readError);
+      return;
+    }
+    reloadDataStructure(dataStructure);
+  }
+  else if (isDatasetSuffix(suffix) || isImageSuffix(suffix))
+  {
+    vtkSmartPointer<vtkDataSet> dataSet = readDataSet(m_FilePath, suffix);
+    if (dataSet == nullptr)
+    {
+      Q_EMIT sendPopupMessage(QStringLiteral("Reload File Error"), readError);
+      return;
+    }
+    m_DataSources.front()->setDataSet(dataSet);
+  }
+  else
+  {
+    Q_EMIT sendPopupMessage(
+        QStringLiteral("Reload File Error"),
+        QStringLiteral("Invalid file type for file at %1. Cannot reload the file for visualization")
+            .arg(m_FilePath));
+    return;
+  }
+  Q_EMIT pipelineOutputReloaded();
+}
+
+void FileToVXBridge::onFileChanged(QString filePath)
+{
+  if (m_Watcher == nullptr)
+  {
+    return;
+  }
+  if (m_Watcher->files().contains(filePath))
+  {
+    setAutoReloadLost(false);
+    reload();
+    return;
+  }
+  // Replaced by a rename or deleted: the watcher has let go of the path.
+  setAutoReloadLost(true);
+  Q_EMIT sendFileMovedMessage(
+      QStringLiteral(
+          "File item %1 is no longer auto reloading because the source file at path %2 was renamed or "
+          "deleted.\nYou can save the data or locate the file for auto reloading again by right clicking "
+          "the item in the tree view and selecting the appropriate option.")
+          .arg(name(), filePath));
+}
+
+void FileToVXBridge::setWatchFile(bool watch)
+{
+  if (m_Watcher == nullptr)
+  {
+    return;
+  }
+  const bool watching = isWatchingFile();
+  if (watching && !watch)
+  {
+    m_Watcher->removePath(m_FilePath);
+    return;
+  }
+  if (watching || !watch)
+  {
+    return;
+  }
+  if (!QFileInfo::exists(m_FilePath))
+  {
+    const QString text =
+        QStringLiteral("The source file (%1) has been renamed or deleted. Do you want to locate the "
+                       "file to watch for automatic reloading? (WARNING: This will overwrite the "
+                       "current data for this pipeline item with the data in the file selected!)")
+            .arg(m_FilePath);
+    if (!relocate(text, QStringLiteral("Locate File To Watch")))
+    {
+      return;
+    }
+  }
+  setAutoReloadLost(false);
+  m_Watcher->addPath(m_FilePath);
+  reload();
+}
+
+bool FileToVXBridge::askYesNo(const QString& title, const QString& text)
+{
+  return QMessageBox::question(nullptr, title, text, QMessageBox::Yes | QMessageBox::No, QMessageBox::No) ==
+         QMessageBox::Yes;
+}
+
+QString FileToVXBridge::chooseFile(const QString& caption)
+{
+  return QFileDialog::getOpenFileName(nullptr, caption, QString(), ZRVtkLib::io::SUPPORTED_EXTENSIONS_LIST);
+}
+
+void FileToVXBridge::write(nlohmann::json& json) const
+{
+  json[k_FilePathKey] = m_FilePath.toStdString();
+  json[k_ItemNameKey] = baseName().toStdString();
+}
+
+void FileToVXBridge::read(const nlohmann::json& json)
+{
+  import(QString::fromStdString(json.at(k_FilePathKey).get<std::string>()));
+  setName(QString::fromStdString(json.at(k_ItemNameKey).get<std::string>()), getNameSuffixCounter());
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "pipeline/VXBridgeObject.h"
+
+#include <QString>
+#include <QStringList>
+
+class QFileSystemWatcher;
+
+/**
+ * A top-level item that stands for a file on disk. It follows the file with a file system watcher:
+ * a file written in place reloads; a file replaced by a rename (what most editors do) takes the path
+ * off the watcher, and the item is flagged as no longer following the file.
+ */
+class FileToVXBridge : public VXBridgeObject
+{
+  Q_OBJECT
+
+public:
+  explicit FileToVXBridge(QObject* parent = nullptr);
+  ~FileToVXBridge() override;
+
+  void write(nlohmann::json& json) const override;
+  void read(const nlohmann::json& json) override;
+  QString typeName() const override;
+  QString sourceName() const override;
+  QIcon getIcon() const override;
+  QString filePath() const override;
+
+  void import(const QString& path);
+  void reload();
+  void setWatchFile(bool watch);
+  bool isWatchingFile() const;
+  QStringList watchedFiles() const;
+  bool autoReloadFlagged() const { return m_AutoReloadLost; }
+
+public Q_SLOTS:
+  void onFileChanged(QString filePath);
+
+Q_SIGNALS:
+  void autoReloadFlagChanged(FileToVXBridge* bridge, bool flagged);
+  void sendFileMovedMessage(QString msg);
+
+protected:
+  // Questions to the user; tests and hosts without a user answer them differently.
+  virtual bool askYesNo(const QString& title, const QString& text);
+  virtual QString chooseFile(const QString& caption);
+
+private:
+  void setAutoReloadLost(bool lost);
+  bool relocate(const QString& text, const QString& caption);
+
+  QString m_FilePath;
+  bool m_AutoReloadLost = false;
+  QFileSystemWatcher* m_Watcher = nullptr;
+};

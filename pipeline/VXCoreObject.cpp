@@ -1,0 +1,200 @@
+#include "pipeline/VXCoreObject.h"
+
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXPipeline.h"
+#include "views/VXAbstractViewWidget.h"
+#include "views/VXVisualizationWidget.h"
+
+#include <nlohmann/json.hpp>
+
+namespace
+{
+constexpr const char* k_RenderWindowIndexKey = "render_window_index";
+constexpr const char* k_CoreObjectVisibilityKey = "core_object_visibility";
+} // namespace
+
+VXCoreObject::VXCoreObject(QObject* parent)
+    : QObject(parent)
+{
+}
+
+VXCoreObject::~VXCoreObject()
+{
+  delete m_SettingsScrollArea.data();
+  delete m_SettingsFrame.data();
+  delete m_SettingsWidget.data();
+}
+
+void VXCoreObject::write(nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>& viewIndexes) const
+{
+  json = nlohmann::json::array();
+  for (auto it = m_ViewMap.cbegin(); it != m_ViewMap.cend(); ++it)
+  {
+    if (!viewIndexes.contains(it.key()))
+    {
+      continue;
+    }
+    json.push_back(
+        {{k_RenderWindowIndexKey, viewIndexes.value(it.key())}, {k_CoreObjectVisibilityKey, it.value()}});
+  }
+}
+
+void VXCoreObject::read(const nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>& viewIndexes)
+{
+  if (!json.is_array())
+  {
+    return;
+  }
+  for (const auto& entry : json)
+  {
+    const int index = entry.at(k_RenderWindowIndexKey).get<int>();
+    VXAbstractViewWidget* view = viewIndexes.key(index, nullptr);
+    if (view == nullptr)
+    {
+      continue;
+    }
+    if (!m_ViewMap.contains(view))
+    {
+      addViewWidget(view);
+    }
+    m_ViewMap[view] = entry.at(k_CoreObjectVisibilityKey).get<bool>();
+  }
+}
+
+bool VXCoreObject::finalize()
+{
+  for (auto it = m_ViewMap.cbegin(); it != m_ViewMap.cend(); ++it)
+  {
+    if (it.key() == nullptr)
+    {
+      return false;
+    }
+  }
+  return true;
+}
+
+void VXCoreObject::setBaseName(const QString& name)
+{
+  m_BaseName = name;
+  updatePath();
+}
+
+VXLookupTable* VXCoreObject::lookupTable() const
+{
+  return nullptr;
+}
+
+QWidget* VXCoreObject::settingsWidget()
+{
+  if (m_SettingsWidget)
+  {
+    return m_SettingsWidget;
+  }
+  if (activeView() == nullptr)
+  {
+    return nullptr;
+  }
+  initializeSettingsWidget();
+  return m_SettingsWidget;
+}
+
+QWidget* VXCoreObject::addSettingsWidgetTitle(ZRIconPushButton* /*helpButton*/,
+                                              ZRIconPushButton* /*closeButton*/)
+{
+  // The settings panel title belongs to the data view framework's widget helpers.
+  return nullptr;
+}
+
+void VXCoreObject::addViewWidget(VXAbstractViewWidget* view)
+{
+  m_ViewMap.insert(view, m_ViewMap.value(view, false));
+  if (view == nullptr)
+  {
+    return;
+  }
+  if (VXVisualizationWidget* window = view->getVisualizationWidget())
+  {
+    connect(this, &VXCoreObject::requestRender, window, &VXVisualizationWidget::render, Qt::UniqueConnection);
+  }
+}
+
+VXAbstractViewWidget* VXCoreObject::activeView() const
+{
+  return m_Pipeline != nullptr ? m_Pipeline->activeViewWidget() : nullptr;
+}
+
+bool VXCoreObject::isVisible() const
+{
+  VXAbstractViewWidget* view = activeView();
+  if (view == nullptr || !m_ViewMap.contains(view))
+  {
+    return false;
+  }
+  return m_ViewMap.value(view);
+}
+
+void VXCoreObject::setVisibility(bool visible)
+{
+  VXAbstractViewWidget* view = activeView();
+  if (view == nullptr)
+  {
+    return;
+  }
+  if (!m_ViewMap.contains(view))
+  {
+    addViewWidget(view);
+  }
+  m_ViewMap[view] = visible;
+}
+
+QString VXCoreObject::name() const
+{
+  if (m_NameSuffixCounter >= 1)
+  {
+    return QStringLiteral("%1 %2").arg(m_BaseName).arg(m_NameSuffixCounter);
+  }
+  return m_BaseName;
+}
+
+QString VXCoreObject::pathName() const
+{
+  QString path = name();
+  for (QObject* ancestor = parent(); ancestor != nullptr; ancestor = ancestor->parent())
+  {
+    if (auto* coreObject = qobject_cast<VXCoreObject*>(ancestor))
+    {
+      path = coreObject->name() + m_PathDelimiter + path;
+    }
+    else if (auto* bridge = qobject_cast<VXBridgeObject*>(ancestor))
+    {
+      path = bridge->name() + m_PathDelimiter + path;
+    }
+  }
+  return path;
+}
+
+void VXCoreObject::setNameSuffixCounter(int counter)
+{
+  m_NameSuffixCounter = counter;
+  updatePath();
+}
+
+void VXCoreObject::setAutoReload(bool autoReload)
+{
+  if (m_AutoReload == autoReload)
+  {
+    return;
+  }
+  m_AutoReload = autoReload;
+  Q_EMIT autoReloadFlagChanged(autoReload);
+}
+
+void VXCoreObject::updatePath()
+{
+  Q_EMIT pathChanged(pathName());
+}
+
+void VXCoreObject::activeViewChanged(VXAbstractViewWidget* /*previousActiveView*/,
+                                     VXAbstractViewWidget* /*currentActiveView*/)
+{
+}

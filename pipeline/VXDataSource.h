@@ -1,0 +1,101 @@
+#pragma once
+
+#include "data_bridge/CVWrappedGeometry.h"
+#include "data_bridge/zr_contract/ColorPreset.h"
+#include "pipeline/VXCoreObject.h"
+
+#include <vtkSmartPointer.h>
+
+#include <QColor>
+#include <QIcon>
+#include <QList>
+#include <QPair>
+#include <QPixmap>
+#include <QStringList>
+
+#include <memory>
+
+class vtkTrivialProducer;
+class ColorPresetsDialog;
+
+/**
+ * One dataset of the pipeline tree: a geometry of a data structure, or one file. It feeds the dataset
+ * into VTK through a producer whose output port stays the same across reloads, and carries the
+ * colouring settings that its data views take over by default.
+ */
+class VXDataSource : public VXCoreObject
+{
+  Q_OBJECT
+
+public:
+  using ColorPreset = zr::core::ColorTableUtilities::ColorPreset;
+
+  explicit VXDataSource(QObject* parent = nullptr);
+  ~VXDataSource() override;
+
+  void write(nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>& viewIndexes) const override;
+  void read(const nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>& viewIndexes) override;
+  QString humanTypeName() const override;
+  QString typeName() const override;
+  void setBaseName(const QString& name) override;
+  vtkAlgorithmOutput* outputPort() const override;
+  void initializeSettingsWidget() override;
+  void setVisibility(bool visible) override;
+  QIcon getIcon() const override;
+  void copyActiveSettings() override;
+  void pasteToActiveSettings() override;
+
+  void setWrappedGeometry(std::shared_ptr<CV::VtkBridge::WrappedGeometry> wrappedGeometry);
+  void setDataSet(vtkSmartPointer<vtkDataSet> dataSet);
+  vtkDataSet* getOutput() const;
+  zr::core::DataPath importedDataPath() const;
+  QList<QPair<QIcon, QString>> getImportedArrayNames() const;
+  QStringList getComponentNames(const QString& arrayName) const;
+
+  void setSolidColor(const QColor& color);
+  void setNanColor(const QColor& color);
+  void setRestoreDefaultPreset();
+  void setColorsInverted(bool inverted);
+  bool getIsInverted() const { return m_Inverted; }
+  QColor getSolidColor() const { return m_SolidColor; }
+  QColor getNanColor() const { return m_NanColor; }
+  bool isUsingDefaultPreset() const { return m_UsingDefaultPreset; }
+  ColorPreset getCurrentPreset() const { return m_CurrentPreset; }
+  void applyPreset(const ColorPreset& preset, const QPixmap& pixmap);
+  void triggerColorSettingsChange();
+  ColorPresetsDialog* colorPresetsDialog() const { return m_ColorPresetsDialog; }
+
+  void readSettings();
+  // Asks the user first; returns whether the defaults were written.
+  bool writeSettings();
+  // Writes the user defaults without asking.
+  void storeSettings() const;
+
+public Q_SLOTS:
+  void receivePipelineOutputReloaded() override;
+  void addViewWidgetCopy(VXAbstractViewWidget* sourceViewWidget,
+                         VXAbstractViewWidget* splitViewWidget) override;
+
+Q_SIGNALS:
+  void solidColorChanged(QColor newColor);
+  void nanColorChanged(QColor newColor);
+  void loadPresetColors(zr::core::ColorTableUtilities::ColorPreset preset);
+  void restoreDefaultPresetColors();
+  void invertColorMap(bool isInverted);
+  void goToParentColorSettings();
+  void syncChildColorMaps();
+
+private:
+  nlohmann::json colorSettingsJson() const;
+  void applyColorSettingsJson(const nlohmann::json& json);
+  void takeNameFromDataSet();
+
+  std::shared_ptr<CV::VtkBridge::WrappedGeometry> m_WrappedGeometry;
+  vtkSmartPointer<vtkTrivialProducer> m_Producer;
+  QColor m_SolidColor;
+  QColor m_NanColor;
+  bool m_UsingDefaultPreset = true;
+  ColorPreset m_CurrentPreset;
+  bool m_Inverted = false;
+  ColorPresetsDialog* m_ColorPresetsDialog = nullptr;
+};
