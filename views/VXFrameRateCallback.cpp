@@ -1,0 +1,7 @@
+#include "views/VXFrameRateCallback.h"
+
+#include <vtkObjectFactory.h>
+
+vtkStandardNewMacro(VXFrameRateCallback);
+
+void VXFrameRateCallback::Execute(vtkObject* /*caller*/, unsigned long /*eventId*/, void* /*callData*/) {}

@@ -1,0 +1,331 @@
+#include "views/VXGridAxesActor.h"
+
+#include <vtkActor.h>
+#include <vtkBillboardTextActor3D.h>
+#include <vtkCellArray.h>
+#include <vtkObjectFactory.h>
+#include <vtkPoints.h>
+#include <vtkPolyData.h>
+#include <vtkPolyDataMapper.h>
+#include <vtkProperty.h>
+#include <vtkTextProperty.h>
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+
+vtkStandardNewMacro(VXGridAxesActor);
+
+namespace
+{
+const char* const k_AxisTitles[3] = {"X Axis", "Y Axis", "Z Axis"};
+// Labels further below their tick than the user's offset: the title sits under the labels.
+constexpr int k_TitleExtraOffset = 22;
+// More ticks than this on one axis is a spacing error of the user, not a grid anyone can read.
+constexpr std::size_t k_MaxLabelsPerAxis = 1000;
+
+double niceStep(double range)
+{
+  const double raw = range / 5.0;
+  const double magnitude = std::pow(10.0, std::floor(std::log10(raw)));
+  const double fraction = raw / magnitude;
+  double nice = 10.0;
+  if (fraction <= 1.0)
+  {
+    nice = 1.0;
+  }
+  else if (fraction <= 2.0)
+  {
+    nice = 2.0;
+  }
+  else if (fraction <= 5.0)
+  {
+    nice = 5.0;
+  }
+  return nice * magnitude;
+}
+} // namespace
+
+VXGridAxesActor::VXGridAxesActor()
+{
+  vtkNew<vtkPolyDataMapper> mapper;
+  mapper->SetInputData(m_Lines);
+  mapper->ScalarVisibilityOff();
+  m_LineActor->SetMapper(mapper);
+  m_LineActor->PickableOff();
+  m_LineActor->GetProperty()->SetColor(1.0, 1.0, 1.0);
+  m_LineActor->GetProperty()->SetLineWidth(1.0);
+  AddPart(m_LineActor);
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    m_TitleProperties[axis]->SetFontSize(12);
+    m_TitleProperties[axis]->SetJustificationToCentered();
+    m_TitleProperties[axis]->SetVerticalJustificationToTop();
+    m_LabelProperties[axis]->SetFontSize(12);
+    m_LabelProperties[axis]->SetJustificationToCentered();
+    m_LabelProperties[axis]->SetVerticalJustificationToTop();
+    m_Titles[axis] = vtkSmartPointer<vtkBillboardTextActor3D>::New();
+    m_Titles[axis]->SetInput(k_AxisTitles[axis]);
+    m_Titles[axis]->SetTextProperty(m_TitleProperties[axis]);
+    m_Titles[axis]->PickableOff();
+  }
+  PickableOff();
+  rebuild();
+}
+
+VXGridAxesActor::~VXGridAxesActor() = default;
+
+void VXGridAxesActor::SetGridBounds(const double bounds[6])
+{
+  std::copy(bounds, bounds + 6, m_Bounds.begin());
+  rebuild();
+}
+
+void VXGridAxesActor::SetGenerateGrid(bool on)
+{
+  m_GenerateGrid = on;
+  rebuildLines();
+}
+
+void VXGridAxesActor::SetGenerateEdges(bool on)
+{
+  m_GenerateEdges = on;
+  rebuildLines();
+}
+
+void VXGridAxesActor::SetGenerateTicks(bool on)
+{
+  m_GenerateTicks = on;
+  rebuildLines();
+}
+
+void VXGridAxesActor::SetUseCustomLabels(int axis, bool on)
+{
+  if (axis < 0 || axis > 2)
+  {
+    return;
+  }
+  m_UseCustomLabels[axis] = on;
+  rebuild();
+}
+
+bool VXGridAxesActor::GetUseCustomLabels(int axis) const
+{
+  return axis >= 0 && axis < 3 && m_UseCustomLabels[axis];
+}
+
+void VXGridAxesActor::SetCustomLabels(int axis, const std::vector<double>& values)
+{
+  if (axis < 0 || axis > 2)
+  {
+    return;
+  }
+  m_CustomLabels[axis] = values;
+  if (m_CustomLabels[axis].size() > k_MaxLabelsPerAxis)
+  {
+    m_CustomLabels[axis].resize(k_MaxLabelsPerAxis);
+  }
+  rebuild();
+}
+
+std::vector<double> VXGridAxesActor::GetLabelValues(int axis) const
+{
+  if (axis < 0 || axis > 2 || !boundsValid())
+  {
+    return {};
+  }
+  if (m_UseCustomLabels[axis])
+  {
+    return m_CustomLabels[axis];
+  }
+  return AutomaticLabelValues(m_Bounds[2 * axis], m_Bounds[2 * axis + 1]);
+}
+
+std::vector<std::string> VXGridAxesActor::GetLabelTexts(int axis) const
+{
+  std::vector<std::string> texts;
+  for (double value : GetLabelValues(axis))
+  {
+    texts.push_back(FormatLabel(value));
+  }
+  return texts;
+}
+
+void VXGridAxesActor::SetLabelDisplayOffset(int x, int y)
+{
+  m_LabelOffset = {{x, y}};
+  rebuildLabels();
+}
+
+vtkTextProperty* VXGridAxesActor::GetTitleTextProperty(int axis)
+{
+  return m_TitleProperties[std::clamp(axis, 0, 2)];
+}
+
+vtkTextProperty* VXGridAxesActor::GetLabelTextProperty(int axis)
+{
+  return m_LabelProperties[std::clamp(axis, 0, 2)];
+}
+
+vtkProperty* VXGridAxesActor::GetProperty()
+{
+  return m_LineActor->GetProperty();
+}
+
+std::vector<double> VXGridAxesActor::AutomaticLabelValues(double min, double max)
+{
+  if (!(min <= max) || !std::isfinite(min) || !std::isfinite(max))
+  {
+    return {};
+  }
+  if (min == max)
+  {
+    return {min};
+  }
+  const double step = niceStep(max - min);
+  const double tolerance = step * 1e-9;
+  std::vector<double> values;
+  for (double k = std::ceil((min - tolerance) / step); values.size() < k_MaxLabelsPerAxis; k += 1.0)
+  {
+    const double value = k * step;
+    if (value > max + tolerance)
+    {
+      break;
+    }
+    values.push_back(std::abs(value) < tolerance ? 0.0 : value);
+  }
+  return values;
+}
+
+std::string VXGridAxesActor::FormatLabel(double value)
+{
+  return fmt::format("{:g}", value);
+}
+
+bool VXGridAxesActor::boundsValid() const
+{
+  return m_Bounds[0] <= m_Bounds[1] && m_Bounds[2] <= m_Bounds[3] && m_Bounds[4] <= m_Bounds[5];
+}
+
+void VXGridAxesActor::rebuild()
+{
+  rebuildLines();
+  rebuildLabels();
+}
+
+void VXGridAxesActor::rebuildLines()
+{
+  vtkNew<vtkPoints> points;
+  vtkNew<vtkCellArray> lines;
+  m_Lines->Initialize();
+  if (!boundsValid())
+  {
+    m_Lines->SetPoints(points);
+    m_Lines->SetLines(lines);
+    m_Lines->Modified();
+    return;
+  }
+  const auto& b = m_Bounds;
+  auto addLine = [&](double x0, double y0, double z0, double x1, double y1, double z1)
+  {
+    const vtkIdType a = points->InsertNextPoint(x0, y0, z0);
+    const vtkIdType c = points->InsertNextPoint(x1, y1, z1);
+    const vtkIdType ids[2] = {a, c};
+    lines->InsertNextCell(2, ids);
+  };
+  if (m_GenerateEdges)
+  {
+    for (int i = 0; i < 2; ++i)
+    {
+      for (int j = 0; j < 2; ++j)
+      {
+        addLine(b[0], b[2 + i], b[4 + j], b[1], b[2 + i], b[4 + j]);
+        addLine(b[i], b[2], b[4 + j], b[i], b[3], b[4 + j]);
+        addLine(b[i], b[2 + j], b[4], b[i], b[2 + j], b[5]);
+      }
+    }
+  }
+  const double extent = std::max({b[1] - b[0], b[3] - b[2], b[5] - b[4]});
+  const double tick = extent > 0.0 ? extent * 0.02 : 0.0;
+  const auto xs = GetLabelValues(0);
+  const auto ys = GetLabelValues(1);
+  const auto zs = GetLabelValues(2);
+  if (m_GenerateTicks)
+  {
+    for (double x : xs)
+    {
+      addLine(x, b[2], b[4], x, b[2] - tick, b[4]);
+    }
+    for (double y : ys)
+    {
+      addLine(b[0], y, b[4], b[0] - tick, y, b[4]);
+    }
+    for (double z : zs)
+    {
+      addLine(b[0], b[2], z, b[0] - tick, b[2], z);
+    }
+  }
+  if (m_GenerateGrid)
+  {
+    // The three faces through the minimum corner, so the grid stands behind the data from the usual
+    // viewpoints and never hides it.
+    for (double x : xs)
+    {
+      addLine(x, b[2], b[4], x, b[3], b[4]);
+      addLine(x, b[2], b[4], x, b[2], b[5]);
+    }
+    for (double y : ys)
+    {
+      addLine(b[0], y, b[4], b[1], y, b[4]);
+      addLine(b[0], y, b[4], b[0], y, b[5]);
+    }
+    for (double z : zs)
+    {
+      addLine(b[0], b[2], z, b[1], b[2], z);
+      addLine(b[0], b[2], z, b[0], b[3], z);
+    }
+  }
+  m_Lines->SetPoints(points);
+  m_Lines->SetLines(lines);
+  m_Lines->Modified();
+}
+
+void VXGridAxesActor::rebuildLabels()
+{
+  for (auto& label : m_Labels)
+  {
+    RemovePart(label);
+  }
+  m_Labels.clear();
+  for (auto& title : m_Titles)
+  {
+    RemovePart(title);
+  }
+  if (!boundsValid())
+  {
+    return;
+  }
+  const auto& b = m_Bounds;
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    for (double value : GetLabelValues(axis))
+    {
+      double position[3] = {b[0], b[2], b[4]};
+      position[axis] = value;
+      auto label = vtkSmartPointer<vtkBillboardTextActor3D>::New();
+      label->SetInput(FormatLabel(value).c_str());
+      label->SetTextProperty(m_LabelProperties[axis]);
+      label->SetPosition(position);
+      label->SetDisplayOffset(m_LabelOffset[0], m_LabelOffset[1]);
+      label->PickableOff();
+      m_Labels.push_back(label);
+      AddPart(label);
+    }
+    double middle[3] = {b[0], b[2], b[4]};
+    middle[axis] = 0.5 * (b[2 * axis] + b[2 * axis + 1]);
+    m_Titles[axis]->SetPosition(middle);
+    m_Titles[axis]->SetDisplayOffset(m_LabelOffset[0], m_LabelOffset[1] - k_TitleExtraOffset);
+    AddPart(m_Titles[axis]);
+  }
+}

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QDialog>
+
+#include <array>
+#include <memory>
+
+namespace Ui
+{
+class VXGridAxesWidget;
+}
+
+/**
+ * @brief Options of the axes grid: a label spacing per axis (0 keeps the automatic spacing of that
+ * axis) and whether grid lines are drawn.
+ */
+class VXGridAxesWidget : public QDialog
+{
+  Q_OBJECT
+
+public:
+  explicit VXGridAxesWidget(QWidget* parent = nullptr);
+  ~VXGridAxesWidget() override;
+
+  void setSpacing(const std::array<double, 3>& spacing);
+  std::array<double, 3> getSpacing() const { return m_Spacing; }
+  void setShowGrid(bool show);
+  bool getShowGrid() const { return m_ShowGrid; }
+
+public Q_SLOTS:
+  void onApplyButtonClicked();
+  void onOkButtonClicked();
+  void onResetButtonClicked();
+  void onCloseButtonClicked();
+
+Q_SIGNALS:
+  void apply();
+
+private:
+  void readForm();
+
+  std::unique_ptr<Ui::VXGridAxesWidget> m_Ui;
+  std::array<double, 3> m_Spacing = {{0.0, 0.0, 0.0}};
+  bool m_ShowGrid = false;
+};

@@ -1,0 +1,374 @@
+#include "views/VXVisualizationToolbarWidget.h"
+
+#include "platform/QtZRSettings.h"
+#include "platform/ZRPreferences.h"
+#include "platform/ZRSettingsKeys.h"
+#include "platform/ZRStyle.h"
+#include "views/VXInteractorStyleCamera.h"
+#include "views/VXSnapToCameraMenu.h"
+#include "views/VXVisualizationWidget.h"
+
+#include "ui_VXVisualizationToolbarWidget.h"
+
+#include <QGraphicsOpacityEffect>
+#include <QInputDialog>
+#include <QMenu>
+
+namespace
+{
+constexpr double k_ToolbarOpacity = 1.0;
+
+QStringList storedCameraPresetNames()
+{
+  QtZRSettings settings;
+  settings.beginGroup(ZR::SettingsKeys::k_VisualizationSettings);
+  settings.beginGroup(ZR::SettingsKeys::k_CameraPresets);
+  return settings.stringList(ZR::SettingsKeys::k_CameraPresetNames);
+}
+
+/** Turns a mode off the way a user's click would, so that everything listening follows. */
+void clickOff(QPushButton* button)
+{
+  Q_EMIT button->clicked(false);
+  button->setChecked(false);
+}
+} // namespace
+
+VXVisualizationToolbarWidget::VXVisualizationToolbarWidget(VXVisualizationWidget* window)
+    : QWidget(window)
+    , m_Ui(std::make_unique<Ui::VXVisualizationToolbarWidget>())
+    , m_Window(window)
+{
+  m_Ui->setupUi(this);
+  setupGui();
+}
+
+VXVisualizationToolbarWidget::~VXVisualizationToolbarWidget() = default;
+
+void VXVisualizationToolbarWidget::setupGui()
+{
+  m_OpacityEffect = new QGraphicsOpacityEffect(this);
+  m_OpacityEffect->setOpacity(k_ToolbarOpacity);
+  setGraphicsEffect(m_OpacityEffect);
+
+  m_SnapToCameraMenu = new VXSnapToCameraMenu(this);
+  m_SnapToCameraMenu->hide();
+  m_MenuOpacityEffect = new QGraphicsOpacityEffect(m_SnapToCameraMenu);
+  m_MenuOpacityEffect->setOpacity(k_ToolbarOpacity);
+  m_SnapToCameraMenu->setGraphicsEffect(m_MenuOpacityEffect);
+
+  m_Ui->vxVisToolbarExpandCollapse->setText(QStringLiteral("\u2630"));
+  m_Ui->vx2D3DToggleBtn->setText(QStringLiteral("2D"));
+  setIcons();
+  buildCameraPresetMenu();
+
+  auto* ui = m_Ui.get();
+  connect(ui->vxVisToolbarExpandCollapse, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::updateExpandCollapseState);
+  connect(ui->snapToCameraBtn, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::toggleSnapToCameraMenu);
+  connect(ui->hoverPointsBtn, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::toggleHoverPointsButtonClicked);
+  connect(ui->hoverPointsBtn, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::hoverPointsBtnClicked);
+  connect(ui->hoverCellsBtn, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::toggleHoverCellsButtonClicked);
+  connect(ui->hoverCellsBtn, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::hoverCellsBtnClicked);
+  connect(ui->vx2D3DToggleBtn, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::toggleInteractiveVisModeBtn);
+  connect(ui->vx2D3DToggleBtn, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::interactiveModeBtnClicked);
+  connect(ui->pickFocalPtButton, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::togglePickFocalPtButtonClicked);
+  connect(ui->resetCameraBtn, &QPushButton::clicked, this,
+          &VXVisualizationToolbarWidget::resetCameraBtnClicked);
+
+  auto* snap = m_SnapToCameraMenu;
+  connect(snap, &VXSnapToCameraMenu::camXPlus, this, &VXVisualizationToolbarWidget::xPCameraBtnClicked);
+  connect(snap, &VXSnapToCameraMenu::camXMinus, this, &VXVisualizationToolbarWidget::xMCameraBtnClicked);
+  connect(snap, &VXSnapToCameraMenu::camYPlus, this, &VXVisualizationToolbarWidget::yPCameraBtnClicked);
+  connect(snap, &VXSnapToCameraMenu::camYMinus, this, &VXVisualizationToolbarWidget::yMCameraBtnClicked);
+  connect(snap, &VXSnapToCameraMenu::camZPlus, this, &VXVisualizationToolbarWidget::zPCameraBtnClicked);
+  connect(snap, &VXSnapToCameraMenu::camZMinus, this, &VXVisualizationToolbarWidget::zMCameraBtnClicked);
+  connectWindow();
+
+  ZRPreferences* preferences = ZRPreferences::Instance();
+  connect(preferences, &ZRPreferences::customCameraPresetAdded, this,
+          &VXVisualizationToolbarWidget::addCustomCameraPresetToMenu);
+  connect(preferences, &ZRPreferences::customCameraPresetRemoved, this,
+          &VXVisualizationToolbarWidget::removeCustomCameraPresetFromMenu);
+  connect(ZRStyle::Instance(), &ZRStyle::styleSheetLoaded, this,
+          &VXVisualizationToolbarWidget::styleSheetChanged);
+  adjustSize();
+}
+
+void VXVisualizationToolbarWidget::connectWindow()
+{
+  if (m_Window == nullptr)
+  {
+    return;
+  }
+  auto* ui = m_Ui.get();
+  VXVisualizationWidget* window = m_Window;
+  connect(ui->resetCameraBtn, &QPushButton::clicked, window, &VXVisualizationWidget::resetCamera);
+  connect(ui->rotateClockwise, &QPushButton::clicked, window, &VXVisualizationWidget::rotateCamClockwise);
+  connect(ui->rotateCounterClockwise, &QPushButton::clicked, window,
+          &VXVisualizationWidget::rotateCamCounterClockwise);
+  connect(ui->cameraImageViewBtn, &QPushButton::clicked, window, &VXVisualizationWidget::camImageView);
+  connect(ui->focalPtButton, &QPushButton::clicked, window,
+          &VXVisualizationWidget::toggleFocalPointVisibility);
+  connect(ui->resetFocalPtButton, &QPushButton::clicked, window,
+          [window]() { window->resetFocalPoint(true); });
+
+  auto* snap = m_SnapToCameraMenu;
+  connect(snap, &VXSnapToCameraMenu::camXPlus, window, &VXVisualizationWidget::camXPlus);
+  connect(snap, &VXSnapToCameraMenu::camXMinus, window, &VXVisualizationWidget::camXMinus);
+  connect(snap, &VXSnapToCameraMenu::camYPlus, window, &VXVisualizationWidget::camYPlus);
+  connect(snap, &VXSnapToCameraMenu::camYMinus, window, &VXVisualizationWidget::camYMinus);
+  connect(snap, &VXSnapToCameraMenu::camZPlus, window, &VXVisualizationWidget::camZPlus);
+  connect(snap, &VXSnapToCameraMenu::camZMinus, window, &VXVisualizationWidget::camZMinus);
+}
+
+void VXVisualizationToolbarWidget::setIcons()
+{
+  auto* ui = m_Ui.get();
+  ui->resetCameraBtn->setThemeIconName(QStringLiteral("ResetCamera"));
+  ui->customCamPresetBtn->setThemeIconName(QStringLiteral("CustomCamera"));
+  ui->rotateClockwise->setThemeIconName(QStringLiteral("RotateClockwise"));
+  ui->rotateCounterClockwise->setThemeIconName(QStringLiteral("RotateCounterClockwise"));
+  ui->snapToCameraBtn->setThemeIconName(QStringLiteral("SnapToCamera"));
+  ui->cameraImageViewBtn->setThemeIconName(QStringLiteral("I Up"));
+  ui->hoverPointsBtn->setThemeIconName(QStringLiteral("HoverPoints"), true);
+  ui->hoverCellsBtn->setThemeIconName(QStringLiteral("HoverCells"), true);
+  ui->focalPtButton->setThemeIconName(QStringLiteral("FocalPoint"), true);
+  ui->resetFocalPtButton->setThemeIconName(QStringLiteral("ResetFocalPoint"));
+  ui->pickFocalPtButton->setThemeIconName(QStringLiteral("PickFocalPoint"), true);
+}
+
+void VXVisualizationToolbarWidget::styleSheetChanged(const QString& /*jsonFilePath*/)
+{
+  setIcons();
+}
+
+void VXVisualizationToolbarWidget::buildCameraPresetMenu()
+{
+  m_PresetMenu = new QMenu(this);
+  m_AddPresetAction = m_PresetMenu->addAction(QStringLiteral("Add New Camera Preset"));
+  connect(m_AddPresetAction, &QAction::triggered, this, &VXVisualizationToolbarWidget::addCustomCameraPreset);
+  m_PresetMenu->addSeparator();
+  m_DeleteSeparator = m_PresetMenu->addSeparator();
+  m_DeletePresetAction = m_PresetMenu->addAction(QStringLiteral("Delete Camera Preset(s)"));
+  connect(m_DeletePresetAction, &QAction::triggered, this,
+          &VXVisualizationToolbarWidget::removeCustomCameraPreset);
+  m_DeleteSeparator->setVisible(false);
+  for (const QString& name : storedCameraPresetNames())
+  {
+    addPresetAction(name);
+  }
+  m_Ui->customCamPresetBtn->setMenu(m_PresetMenu);
+}
+
+void VXVisualizationToolbarWidget::addPresetAction(const QString& presetName)
+{
+  if (presetName.isEmpty() || m_PresetActions.contains(presetName))
+  {
+    return;
+  }
+  auto* action = new QAction(presetName, m_PresetMenu);
+  m_PresetMenu->insertAction(m_DeleteSeparator, action);
+  m_PresetActions.insert(presetName, action);
+  m_DeleteSeparator->setVisible(true);
+  connect(action, &QAction::triggered, this,
+          [this, presetName]()
+          {
+            if (m_Window != nullptr)
+            {
+              m_Window->applyCustomCameraPosPreset(presetName);
+            }
+          });
+}
+
+void VXVisualizationToolbarWidget::addCustomCameraPresetToMenu(const QString& presetName)
+{
+  addPresetAction(presetName);
+}
+
+void VXVisualizationToolbarWidget::removeCustomCameraPresetFromMenu(const QString& presetName)
+{
+  QAction* action = m_PresetActions.take(presetName);
+  if (action != nullptr)
+  {
+    m_PresetMenu->removeAction(action);
+    action->deleteLater();
+  }
+  m_DeleteSeparator->setVisible(!m_PresetActions.isEmpty());
+}
+
+void VXVisualizationToolbarWidget::addCustomCameraPreset()
+{
+  if (m_Window == nullptr)
+  {
+    return;
+  }
+  const QString name = m_Window->addCustomCameraPosPreset();
+  if (!name.isEmpty())
+  {
+    // Every toolbar of every view listens to the preferences, this one included.
+    Q_EMIT ZRPreferences::Instance()->customCameraPresetAdded(name);
+  }
+}
+
+void VXVisualizationToolbarWidget::removeCustomCameraPreset()
+{
+  QStringList names = storedCameraPresetNames();
+  if (names.isEmpty())
+  {
+    return;
+  }
+  bool ok = false;
+  const QString name = QInputDialog::getItem(this, QStringLiteral("Remove Camera Preset"),
+                                             QStringLiteral("Preset Name:"), names, 0, false, &ok);
+  if (!ok || name.isEmpty())
+  {
+    return;
+  }
+  names.removeAll(name);
+  {
+    QtZRSettings settings;
+    settings.beginGroup(ZR::SettingsKeys::k_VisualizationSettings);
+    settings.beginGroup(ZR::SettingsKeys::k_CameraPresets);
+    settings.remove(name);
+    settings.setStringList(ZR::SettingsKeys::k_CameraPresetNames, names);
+    settings.sync();
+  }
+  removeCustomCameraPresetFromMenu(name);
+  Q_EMIT ZRPreferences::Instance()->customCameraPresetRemoved(name);
+}
+
+void VXVisualizationToolbarWidget::toggleSnapToCameraMenu()
+{
+  QPushButton* button = m_Ui->snapToCameraBtn;
+  m_SnapToCameraMenu->move(button->mapToGlobal(QPoint(button->width(), 0)));
+  m_SnapToCameraMenu->setVisible(!m_SnapToCameraMenu->isVisible());
+  if (m_SnapToCameraMenu->isVisible())
+  {
+    m_SnapToCameraMenu->setFocus(Qt::PopupFocusReason);
+  }
+}
+
+void VXVisualizationToolbarWidget::toggleInteractiveVisModeBtn()
+{
+  if (m_Window == nullptr || m_Window->getInteractorStyle() == nullptr)
+  {
+    return;
+  }
+  const bool locked2D = m_Ui->vx2D3DToggleBtn->isChecked();
+  m_Window->getInteractorStyle()->SetInteractionMode(locked2D ? VTKIS_IMAGE2D : VTKIS_IMAGE3D);
+  m_Ui->vx2D3DToggleBtn->setText(locked2D ? QStringLiteral("3D") : QStringLiteral("2D"));
+}
+
+void VXVisualizationToolbarWidget::toggleHoverPointsButtonClicked(bool checked)
+{
+  if (m_Window == nullptr)
+  {
+    return;
+  }
+  if (m_Window->hoverCellsModeOn())
+  {
+    clickOff(m_Ui->hoverCellsBtn);
+  }
+  if (m_Window->pickFocalPointModeOn())
+  {
+    clickOff(m_Ui->pickFocalPtButton);
+  }
+  m_Window->toggleHoverPoints(checked);
+}
+
+void VXVisualizationToolbarWidget::toggleHoverCellsButtonClicked(bool checked)
+{
+  if (m_Window == nullptr)
+  {
+    return;
+  }
+  if (m_Window->hoverPointsModeOn())
+  {
+    clickOff(m_Ui->hoverPointsBtn);
+  }
+  if (checked && m_Window->pickFocalPointModeOn())
+  {
+    clickOff(m_Ui->pickFocalPtButton);
+  }
+  m_Window->toggleHoverCells(checked);
+}
+
+void VXVisualizationToolbarWidget::togglePickFocalPtButtonClicked(bool checked)
+{
+  if (m_Window == nullptr)
+  {
+    return;
+  }
+  if (m_Window->hoverPointsModeOn())
+  {
+    clickOff(m_Ui->hoverPointsBtn);
+  }
+  if (checked && m_Window->hoverCellsModeOn())
+  {
+    // Picking keeps the cell hover machinery running: only the button changes.
+    m_Ui->hoverCellsBtn->setChecked(false);
+  }
+  m_Window->toggleFocalPointPicking(checked);
+}
+
+void VXVisualizationToolbarWidget::turnOffPickFocalPointButton()
+{
+  if (m_Ui->pickFocalPtButton->isChecked())
+  {
+    clickOff(m_Ui->pickFocalPtButton);
+  }
+}
+
+void VXVisualizationToolbarWidget::enableDisableHoverFeatures(int allowHover)
+{
+  if (m_Window != nullptr && m_Window->hoverPointsModeOn())
+  {
+    clickOff(m_Ui->hoverPointsBtn);
+  }
+  if (m_Window != nullptr && m_Window->hoverCellsModeOn())
+  {
+    clickOff(m_Ui->hoverCellsBtn);
+  }
+  m_Ui->hoverPointsBtn->setEnabled((allowHover & 2) != 0);
+  m_Ui->hoverCellsBtn->setEnabled((allowHover & 1) != 0);
+}
+
+void VXVisualizationToolbarWidget::updateExpandCollapseState(bool collapsed)
+{
+  const auto buttons = findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly);
+  for (QPushButton* button : buttons)
+  {
+    if (button != m_Ui->vxVisToolbarExpandCollapse)
+    {
+      button->setVisible(!collapsed);
+    }
+  }
+  adjustSize();
+}
+
+#if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)
+void VXVisualizationToolbarWidget::enterEvent(QEnterEvent* event)
+#else
+void VXVisualizationToolbarWidget::enterEvent(QEvent* event)
+#endif
+{
+  m_OpacityEffect->setOpacity(k_ToolbarOpacity);
+  m_MenuOpacityEffect->setOpacity(k_ToolbarOpacity);
+  QWidget::enterEvent(event);
+}
+
+void VXVisualizationToolbarWidget::leaveEvent(QEvent* event)
+{
+  m_OpacityEffect->setOpacity(k_ToolbarOpacity);
+  m_MenuOpacityEffect->setOpacity(k_ToolbarOpacity);
+  QWidget::leaveEvent(event);
+}
