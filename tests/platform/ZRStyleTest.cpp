@@ -108,7 +108,8 @@ TEST_F(StyleTest, ThemeChangeSwitchesIconSetAndColoursAndIsAnnounced)
   EXPECT_EQ(ZRStyle::Instance()->currentThemeName(), ZRStyle::k_DarkTheme);
   EXPECT_NE(ZRStyle::themeIconPath(QStringLiteral("Close")), lightPath);
   EXPECT_NE(ZRStyle::getDefaultTextColor(), lightText);
-  EXPECT_EQ(qobject_cast<QApplication*>(QCoreApplication::instance())->styleSheet(), ZRStyle::Instance()->styleSheet());
+  EXPECT_EQ(qobject_cast<QApplication*>(QCoreApplication::instance())->styleSheet(),
+            ZRStyle::Instance()->styleSheet());
   EXPECT_TRUE(ZRStyle::getVisSettingsWidgetColors().contains(QStringLiteral("BreadcrumbTextVisible")));
 }
 
