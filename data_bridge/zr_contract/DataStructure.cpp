@@ -337,6 +337,42 @@ bool DataStructure::addAdditionalParent(IdType targetId, IdType parentId)
   return true;
 }
 
+bool DataStructure::addToTopLevel(IdType targetId)
+{
+  std::shared_ptr<DataObject> target = getSharedData(targetId);
+  if (target == nullptr || m_RootGroup.contains(targetId) || m_RootGroup.contains(target->getName()))
+  {
+    return false;
+  }
+  return m_RootGroup.insert(target);
+}
+
+std::shared_ptr<DataObject> DataStructure::insertCopyOf(const DataObject& source,
+                                                        std::optional<IdType> parentId)
+{
+  std::shared_ptr<DataObject> copy = source.shallowCopy();
+  copy->m_DataStructure = this;
+  if (auto* group = dynamic_cast<BaseGroup*>(copy.get()))
+  {
+    group->m_DataMap.clear();
+  }
+  if (!insert(copy, parentId, source.getId()))
+  {
+    return nullptr;
+  }
+  return copy;
+}
+
+bool DataStructure::setNextId(IdType nextId)
+{
+  if (!m_Objects.empty() && m_Objects.rbegin()->first >= nextId)
+  {
+    return false;
+  }
+  m_NextId = nextId;
+  return true;
+}
+
 void DataStructure::removeFromParents(DataObject& object)
 {
   m_RootGroup.remove(object.getId());

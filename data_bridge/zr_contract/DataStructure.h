@@ -109,6 +109,13 @@ public:
               std::optional<IdType> id = {});
   // Makes an existing object a member of a second (third...) group as well.
   bool addAdditionalParent(IdType targetId, IdType parentId);
+  // Makes an existing member of a group reachable from the top level as well.
+  bool addToTopLevel(IdType targetId);
+  // Copies one object of another structure (a group without its members) into this one under
+  // parentId, keeping its id. Arrays share their stores with the source. Null when insert fails.
+  std::shared_ptr<DataObject> insertCopyOf(const DataObject& source, std::optional<IdType> parentId);
+  // Sets the id the next created object gets; fails (false) when an object has that id or a higher one.
+  bool setNextId(IdType nextId);
   // Removes the object from all its parents; members left without any parent go with it.
   bool removeData(IdType id);
   bool removeData(const DataPath& path);
