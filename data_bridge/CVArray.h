@@ -64,15 +64,20 @@ public:
 
   const std::shared_ptr<StoreType>& GetDataStore() const { return m_DataStore; }
 
+  /**
+   * With the store's current tuple count, zeroes the shared buffer (the host array sees the zeros);
+   * otherwise swaps in a new one-dimensional store of its own.
+   */
+  bool AllocateTuples(vtkIdType numTuples);
+  // A new one-dimensional store keeping the leading values; the array no longer aliases the host.
+  bool ReallocateTuples(vtkIdType numTuples);
+
 protected:
   Array();
   ~Array() override;
 
   const char* GetClassNameInternal() const override { return k_ClassName; }
   vtkObjectBase* NewInstanceInternal() const override;
-
-  bool AllocateTuples(vtkIdType numTuples);
-  bool ReallocateTuples(vtkIdType numTuples);
 
   friend GenericDataArrayType;
 

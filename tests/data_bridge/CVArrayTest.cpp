@@ -1,0 +1,285 @@
+#include "data_bridge/CVArray.h"
+
+#include "data_bridge/CVVtkBridge.h"
+#include "data_bridge/ZRVtkObjectName.h"
+#include "data_bridge/zr_contract/DataArray.h"
+#include "data_bridge/zr_contract/DataStructure.h"
+
+#include <vtkArrayDispatch.h>
+#include <vtkArrayIteratorTemplate.h>
+#include <vtkDataArrayRange.h>
+#include <vtkFloatArray.h>
+#include <vtkInformation.h>
+#include <vtkInformationInformationVectorKey.h>
+#include <vtkInformationIntegerVectorKey.h>
+#include <vtkInformationVector.h>
+#include <vtkSmartPointer.h>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <stdexcept>
+
+using namespace zr::core;
+
+namespace
+{
+// A structure with one float array of the given shape, filled with the given values.
+template<typename T>
+DataArray<T>* makeArray(DataStructure& ds, const std::string& name, const ShapeType& tuples,
+                        const ShapeType& comps, const std::vector<T>& values)
+{
+  auto* array = DataArray<T>::Create(ds, name, tuples, comps);
+  for (usize i = 0; i < values.size(); ++i)
+  {
+    array->getDataStoreRef().setValue(i, values[i]);
+  }
+  return array;
+}
+
+template<typename T>
+vtkSmartPointer<CV::Array<T>> wrap(DataArray<T>* array)
+{
+  auto wrapped = vtkSmartPointer<CV::Array<T>>::New();
+  wrapped->MoveDataStoreFromZorelibDataArray(array);
+  return wrapped;
+}
+
+std::string expectThrowMessage(const std::function<void()>& call)
+{
+  try
+  {
+    call();
+  }
+  catch (const std::runtime_error& error)
+  {
+    return error.what();
+  }
+  return "no exception";
+}
+} // namespace
+
+TEST(CVArray, SharesTheHostStoreWithoutCopying)
+{
+  DataStructure ds;
+  auto* host = makeArray<float>(ds, "Confidence", {2, 3}, {2}, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12});
+  auto array = wrap(host);
+
+  ASSERT_EQ(array->GetNumberOfTuples(), 6);
+  ASSERT_EQ(array->GetNumberOfComponents(), 2);
+  EXPECT_STREQ(array->GetName(), "Confidence");
+  EXPECT_EQ(ZRVtk::GetObjectName(array), "Confidence");
+  // Same memory: the pointer VTK sees is the store's buffer, and writes go both ways.
+  auto* store = dynamic_cast<DataStore<float>*>(host->getDataStore());
+  ASSERT_NE(store, nullptr);
+  EXPECT_EQ(array->GetVoidPointer(0), static_cast<void*>(store->data()));
+  array->SetTypedComponent(1, 1, 42.0f);
+  EXPECT_EQ(host->getDataStoreRef().getValue(3), 42.0f);
+  host->getDataStoreRef().setValue(0, -7.0f);
+  EXPECT_EQ(array->GetValue(0), -7.0f);
+}
+
+TEST(CVArray, DatasetOutlivesTheDataStructure)
+{
+  vtkSmartPointer<vtkDataArray> array;
+  {
+    DataStructure ds;
+    auto* host = makeArray<std::int32_t>(ds, "FeatureIds", {4}, {1}, {10, 20, 30, 40});
+    array = wrap(host);
+  }
+  ASSERT_EQ(array->GetNumberOfTuples(), 4);
+  EXPECT_EQ(array->GetComponent(3, 0), 40.0);
+  double range[2];
+  array->GetRange(range, 0);
+  EXPECT_EQ(range[0], 10.0);
+  EXPECT_EQ(range[1], 40.0);
+}
+
+TEST(CVArray, IdentifiesAsTheSharedClassName)
+{
+  auto array = vtkSmartPointer<CV::Array<double>>::New();
+  EXPECT_STREQ(array->GetClassName(), "CV::Array<T>");
+  EXPECT_TRUE(array->IsA("CV::Array<T>"));
+  EXPECT_TRUE(array->IsA("vtkDataArray"));
+  EXPECT_TRUE(array->IsA("vtkAbstractArray"));
+  EXPECT_TRUE(array->IsA("vtkObject"));
+  EXPECT_FALSE(array->IsA("vtkDoubleArray"));
+  EXPECT_EQ(array->GetNumberOfGenerationsFromBase("CV::Array<T>"), 0);
+  EXPECT_EQ(array->GetNumberOfGenerationsFromBase("vtkDataArray"), 1);
+  EXPECT_EQ(array->GetNumberOfGenerationsFromBase("vtkAbstractArray"), 2);
+  EXPECT_EQ(array->GetDataType(), VTK_DOUBLE);
+  // A float array is not one of VTK's own float arrays.
+  auto floats = vtkSmartPointer<CV::Array<float>>::New();
+  EXPECT_EQ(vtkFloatArray::SafeDownCast(floats), nullptr);
+  EXPECT_EQ(CV::Array<double>::SafeDownCast(floats), nullptr);
+}
+
+TEST(CVArray, RangesAreCachedAtWrapTimeAndSkipNaN)
+{
+  DataStructure ds;
+  const float nan = std::numeric_limits<float>::quiet_NaN();
+  auto* host = makeArray<float>(ds, "V", {4}, {3}, {1, -5, 3, nan, 2, 9, 4, 0, nan, -2, 8, 1});
+  auto array = wrap(host);
+
+  vtkInformation* info = array->GetInformation();
+  ASSERT_TRUE(info->Has(vtkAbstractArray::PER_FINITE_COMPONENT()));
+  vtkInformationVector* perComponent = info->Get(vtkAbstractArray::PER_FINITE_COMPONENT());
+  ASSERT_EQ(perComponent->GetNumberOfInformationObjects(), 3);
+  const double* comp1 = perComponent->GetInformationObject(1)->Get(vtkDataArray::COMPONENT_RANGE());
+  EXPECT_EQ(comp1[0], -5.0);
+  EXPECT_EQ(comp1[1], 8.0);
+  const double* comp2 = perComponent->GetInformationObject(2)->Get(vtkDataArray::COMPONENT_RANGE());
+  EXPECT_EQ(comp2[0], 1.0);
+  EXPECT_EQ(comp2[1], 9.0);
+
+  // VTK must answer from the cache: a value written behind its back does not show in the range.
+  host->getDataStoreRef().setValue(0, 1000.0f);
+  double range[2];
+  array->GetRange(range, 0);
+  EXPECT_EQ(range[0], -2.0);
+  EXPECT_EQ(range[1], 4.0);
+  array->GetFiniteRange(range, 2);
+  EXPECT_EQ(range[1], 9.0);
+}
+
+TEST(CVArray, EmptyAndIntegerRanges)
+{
+  DataStructure ds;
+  auto* empty = makeArray<std::uint8_t>(ds, "Empty", {0}, {1}, {});
+  auto emptyArray = wrap(empty);
+  EXPECT_EQ(emptyArray->GetNumberOfTuples(), 0);
+  EXPECT_EQ(emptyArray->GetMaxId(), -1);
+
+  auto* big = makeArray<std::int64_t>(ds, "Big", {3}, {1}, {-4000000000LL, 7, 5000000000LL});
+  auto bigArray = wrap(big);
+  double range[2];
+  bigArray->GetRange(range, 0);
+  EXPECT_EQ(range[0], -4000000000.0);
+  EXPECT_EQ(range[1], 5000000000.0);
+}
+
+TEST(CVArray, MagnitudeIsTheRootOfThePlainSum)
+{
+  DataStructure ds;
+  auto* host = makeArray<float>(ds, "Vec", {2}, {3}, {3, 4, 0, -9, 1, 0});
+  auto array = wrap(host);
+  // Components are added without squaring: sqrt(3 + 4 + 0), not 5.
+  EXPECT_FLOAT_EQ(array->GetTypedComponent(0, -1), std::sqrt(7.0f));
+  EXPECT_TRUE(std::isnan(array->GetTypedComponent(1, -1)));
+
+  auto* ints = makeArray<std::int8_t>(ds, "Small", {1}, {2}, {100, 100});
+  auto intArray = wrap(ints);
+  // The sum wraps at the element width: 200 as int8 is -56, whose root is no number.
+  EXPECT_EQ(intArray->GetTypedComponent(0, -1), 0);
+
+  auto* single = makeArray<double>(ds, "One", {2}, {1}, {-2.5, 6.0});
+  auto singleArray = wrap(single);
+  EXPECT_EQ(singleArray->GetTypedComponent(0, -1), -2.5);
+  EXPECT_EQ(singleArray->GetTypedComponent(1, -3), 6.0);
+}
+
+TEST(CVArray, BoundsErrorsSayGreaterThanEvenAtEquality)
+{
+  DataStructure ds;
+  auto* host = makeArray<std::uint16_t>(ds, "U", {2}, {2}, {1, 2, 3, 4});
+  auto array = wrap(host);
+  EXPECT_EQ(expectThrowMessage([&]() { array->GetTypedComponent(2, 0); }),
+            "CV::Array::GetTypedComponent() 'elementIndex + compIdx' of 4 is greater than the number of "
+            "elements 4");
+  // A negative component wraps to a huge unsigned index.
+  EXPECT_EQ(
+      expectThrowMessage([&]() { array->SetTypedComponent(0, -1, 9); }),
+      "CV::Array::SetTypedComponent() 'elementIndex + compIdx' of 18446744073709551615 is greater than the "
+      "number of elements 4");
+}
+
+TEST(CVArray, AccessWithoutStoreThrows)
+{
+  auto array = vtkSmartPointer<CV::Array<std::int32_t>>::New();
+  EXPECT_EQ(expectThrowMessage([&]() { array->GetValue(0); }),
+            "CV::Array::GetValue() does not have an underlying zr::core::DataStore");
+  EXPECT_EQ(expectThrowMessage([&]() { array->SetValue(0, 1); }),
+            "CV::Array::SetValue() does not have an underlying zr::core::DataStore");
+  EXPECT_EQ(expectThrowMessage([&]() { array->GetTypedComponent(0, 0); }),
+            "CV::Array::GetTypedComponent() does not have an underlying zr::core::DataStore");
+  EXPECT_EQ(expectThrowMessage([&]() { array->SetTypedComponent(0, 0, 1); }),
+            "CV::Array::SetTypedComponent() does not have an underlying zr::core::DataStore");
+  EXPECT_EQ(array->GetVoidPointer(0), nullptr);
+}
+
+TEST(CVArray, AllocateWithSameCountZeroesTheSharedStore)
+{
+  DataStructure ds;
+  auto* host = makeArray<double>(ds, "D", {3}, {1}, {1, 2, 3});
+  auto array = wrap(host);
+  EXPECT_TRUE(array->AllocateTuples(3));
+  EXPECT_EQ(host->getDataStoreRef().getValue(2), 0.0);
+  EXPECT_EQ(array->GetDataStore().get(), host->getSharedDataStore().get());
+}
+
+TEST(CVArray, ReallocateFlattensAndStopsAliasing)
+{
+  DataStructure ds;
+  auto* host = makeArray<std::int32_t>(ds, "Grid", {2, 3}, {1}, {0, 1, 2, 3, 4, 5});
+  auto array = wrap(host);
+  ASSERT_TRUE(array->ReallocateTuples(8));
+  EXPECT_EQ(array->GetNumberOfTuples(), 8);
+  ASSERT_NE(array->GetDataStore().get(), host->getSharedDataStore().get());
+  EXPECT_EQ(array->GetDataStore()->getTupleShape(), ShapeType{8});
+  for (int i = 0; i < 6; ++i)
+  {
+    EXPECT_EQ(array->GetValue(i), i);
+  }
+  array->SetValue(0, 99);
+  EXPECT_EQ(host->getDataStoreRef().getValue(0), 0); // the host keeps its own store
+}
+
+TEST(CVArray, VtkAlgorithmsCanGrowNewInstances)
+{
+  DataStructure ds;
+  auto* host = makeArray<float>(ds, "Src", {3}, {2}, {1, 2, 3, 4, 5, 6});
+  auto array = wrap(host);
+  vtkSmartPointer<vtkDataArray> copy = vtkSmartPointer<vtkDataArray>::Take(array->NewInstance());
+  EXPECT_STREQ(copy->GetClassName(), "CV::Array<T>");
+  EXPECT_EQ(copy->GetNumberOfComponents(), 2);
+  EXPECT_EQ(copy->GetNumberOfTuples(), 0);
+  copy->InsertNextTuple(2, array);
+  copy->InsertNextTuple(0, array);
+  ASSERT_EQ(copy->GetNumberOfTuples(), 2);
+  EXPECT_EQ(copy->GetComponent(0, 1), 6.0);
+  EXPECT_EQ(copy->GetComponent(1, 0), 1.0);
+
+  // Generic VTK access paths see the same values.
+  const auto values = vtk::DataArrayValueRange(array.Get());
+  double sum = 0;
+  for (double value : values)
+  {
+    sum += value;
+  }
+  EXPECT_EQ(sum, 21.0);
+  auto iterator = vtkSmartPointer<vtkArrayIteratorTemplate<float>>::Take(
+      vtkArrayIteratorTemplate<float>::SafeDownCast(array->NewIterator()));
+  ASSERT_NE(iterator, nullptr);
+  EXPECT_EQ(iterator->GetNumberOfValues(), 6);
+  EXPECT_EQ(iterator->GetValue(5), 6.0f);
+}
+
+TEST(CVArray, WrapDataArrayCarriesTheTupleShape)
+{
+  DataStructure ds;
+  auto* host = DataArray<std::uint8_t>::Create(ds, "Colors", {4, 5, 6}, {3});
+  std::shared_ptr<DataObject> object = ds.getSharedData(host->getId());
+  vtkSmartPointer<vtkDataArray> array = CV::VtkBridge::WrapDataArray(object);
+  ASSERT_NE(array, nullptr);
+  EXPECT_EQ(array->GetNumberOfTuples(), 120);
+  EXPECT_EQ(array->GetDataType(), VTK_UNSIGNED_CHAR);
+  const int* shape = array->GetInformation()->Get(CV::VtkBridge::TupleShapeKey());
+  ASSERT_EQ(array->GetInformation()->Length(CV::VtkBridge::TupleShapeKey()), 3);
+  EXPECT_EQ(shape[0], 4);
+  EXPECT_EQ(shape[2], 6);
+
+  auto* flags = DataArray<bool>::Create(ds, "Mask", {4}, {1});
+  EXPECT_EQ(CV::VtkBridge::WrapDataArray(ds.getSharedData(flags->getId())), nullptr);
+  EXPECT_EQ(CV::VtkBridge::WrapDataArray(nullptr), nullptr);
+}
