@@ -47,7 +47,7 @@ QString VXErrorObserver::CleanMessage(const char* vtkMessage)
   }
   QString text = QString::fromUtf8(vtkMessage).trimmed();
   static const QRegularExpression s_LocationLine(
-      QStringLiteral("^(ERROR|Warning): In [^\\n]*, line \\d+\\s*\\n"));
+      QStringLiteral("^(ERROR|Warning|Generic Warning): In [^\\n]*, line \\d+\\s*\\n"));
   static const QRegularExpression s_ObjectPrefix(QStringLiteral("^\\w+ \\(0x[0-9a-fA-F]+\\): "));
   text.remove(s_LocationLine);
   text.remove(s_ObjectPrefix);

@@ -5,8 +5,8 @@
 
 #include <vtkCommand.h>
 
-// Collects the text of VTK error events, so that a failed read or write becomes one message for the
-// user instead of lines on the console.
+// Collects the text of VTK error events (and, when observed for them, warning events), so that a
+// failed read or write becomes one message for the user instead of lines on the console.
 class VXErrorObserver : public vtkCommand
 {
 public:

@@ -1,5 +1,8 @@
 #include "data_bridge/VXVtkErrorCapture.h"
 
+#include <vtkAlgorithm.h>
+#include <vtkExecutive.h>
+#include <vtkLogger.h>
 #include <vtkObjectFactory.h>
 #include <vtkOutputWindow.h>
 
@@ -12,45 +15,38 @@ public:
   static VXCapturingOutputWindow* New();
   vtkTypeMacro(VXCapturingOutputWindow, vtkOutputWindow);
 
-  void setTargets(VXErrorObserver* observer, vtkOutputWindow* previous)
+  void setTargets(VXErrorObserver* observer, vtkOutputWindow* previous, bool warningsAreErrors)
   {
     m_Observer = observer;
     m_Previous = previous;
+    m_WarningsAreErrors = warningsAreErrors;
   }
 
-  void DisplayErrorText(const char* text) override
-  {
-    if (m_Observer != nullptr)
-    {
-      m_Observer->addMessage(text);
-    }
-  }
-  void DisplayWarningText(const char* text) override
-  {
-    if (m_Previous != nullptr)
-    {
-      m_Previous->DisplayWarningText(text);
-    }
-  }
-  void DisplayGenericWarningText(const char* text) override
-  {
-    if (m_Previous != nullptr)
-    {
-      m_Previous->DisplayGenericWarningText(text);
-    }
-  }
-  void DisplayDebugText(const char* text) override
-  {
-    if (m_Previous != nullptr)
-    {
-      m_Previous->DisplayDebugText(text);
-    }
-  }
+  // VTK's macros set the message type and call DisplayText directly, so the type is looked at here.
   void DisplayText(const char* text) override
   {
-    if (m_Previous != nullptr)
+    switch (GetCurrentMessageType())
     {
+    case MESSAGE_TYPE_ERROR:
+      m_Observer->addMessage(text);
+      break;
+    case MESSAGE_TYPE_WARNING:
+    case MESSAGE_TYPE_GENERIC_WARNING:
+      if (m_WarningsAreErrors)
+      {
+        m_Observer->addMessage(text);
+      }
+      else
+      {
+        m_Previous->DisplayWarningText(text);
+      }
+      break;
+    case MESSAGE_TYPE_DEBUG:
+      m_Previous->DisplayDebugText(text);
+      break;
+    default:
       m_Previous->DisplayText(text);
+      break;
     }
   }
 
@@ -60,17 +56,23 @@ protected:
 private:
   VXErrorObserver* m_Observer = nullptr;
   vtkOutputWindow* m_Previous = nullptr;
+  bool m_WarningsAreErrors = false;
 };
 vtkStandardNewMacro(VXCapturingOutputWindow);
 } // namespace
 
-VXVtkErrorCapture::VXVtkErrorCapture()
+VXVtkErrorCapture::VXVtkErrorCapture(bool warningsAreErrors)
     : m_Observer(vtkSmartPointer<VXErrorObserver>::New())
     , m_PreviousWindow(vtkOutputWindow::GetInstance())
+    , m_WarningsAreErrors(warningsAreErrors)
 {
   auto window = vtkSmartPointer<VXCapturingOutputWindow>::New();
-  window->setTargets(m_Observer, m_PreviousWindow);
+  window->setTargets(m_Observer, m_PreviousWindow, warningsAreErrors);
   vtkOutputWindow::SetInstance(window);
+  // Errors of unobserved objects also go to VTK's logger, which prints them to stderr itself. With no
+  // log file or callback installed, the cutoff is the stderr level.
+  m_PreviousLoggerVerbosity = vtkLogger::GetCurrentVerbosityCutoff();
+  vtkLogger::SetStderrVerbosity(vtkLogger::VERBOSITY_OFF);
 }
 
 VXVtkErrorCapture::~VXVtkErrorCapture()
@@ -79,6 +81,7 @@ VXVtkErrorCapture::~VXVtkErrorCapture()
   {
     object->RemoveObserver(tag);
   }
+  vtkLogger::SetStderrVerbosity(static_cast<vtkLogger::Verbosity>(m_PreviousLoggerVerbosity));
   vtkOutputWindow::SetInstance(m_PreviousWindow);
 }
 
@@ -87,6 +90,10 @@ void VXVtkErrorCapture::watch(vtkObject* object)
   if (object != nullptr)
   {
     m_Watched.emplace_back(object, object->AddObserver(vtkCommand::ErrorEvent, m_Observer));
+    if (m_WarningsAreErrors)
+    {
+      m_Watched.emplace_back(object, object->AddObserver(vtkCommand::WarningEvent, m_Observer));
+    }
   }
 }
 

@@ -12,18 +12,22 @@ class vtkObject;
 class vtkOutputWindow;
 
 // While alive, VTK errors of watched objects and of everything that prints through the output window
-// (the executive, XML parsers, image libraries) are collected instead of printed. Warnings and other
-// text still reach the previous output window. Main thread only, like every VTK pipeline call here.
+// (executives, XML parsers, piece readers, image libraries) are collected instead of printed; VTK's
+// logger stays quiet on stderr meanwhile. Warnings and other text still reach the previous output
+// window. Main thread only, like every VTK pipeline call here.
 class VXVtkErrorCapture
 {
 public:
-  VXVtkErrorCapture();
+  // With warningsAreErrors, VTK warnings count as errors too: some readers only warn when a file ends
+  // early and hand out what they got.
+  explicit VXVtkErrorCapture(bool warningsAreErrors = false);
   ~VXVtkErrorCapture();
 
   VXVtkErrorCapture(const VXVtkErrorCapture&) = delete;
   VXVtkErrorCapture& operator=(const VXVtkErrorCapture&) = delete;
 
-  // Routes the object's own error events to this capture until the capture ends.
+  // Routes the object's own error events to this capture until the capture ends. For an algorithm,
+  // its executive's too.
   void watch(vtkObject* object);
 
   bool hasErrors() const;
@@ -33,5 +37,7 @@ public:
 private:
   vtkSmartPointer<VXErrorObserver> m_Observer;
   vtkSmartPointer<vtkOutputWindow> m_PreviousWindow;
+  int m_PreviousLoggerVerbosity = 0;
+  bool m_WarningsAreErrors = false;
   std::vector<std::pair<vtkSmartPointer<vtkObject>, unsigned long>> m_Watched;
 };

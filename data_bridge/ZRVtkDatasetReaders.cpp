@@ -4,8 +4,11 @@
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "data_bridge/ZRVtkObjectName.h"
 
+#include <QFile>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QMimeDatabase>
+#include <QtEndian>
 
 #include <vtkBMPReader.h>
 #include <vtkCellData.h>
@@ -28,6 +31,8 @@
 #include <vtkXMLRectilinearGridReader.h>
 #include <vtkXMLStructuredGridReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
+
+#include <cstdlib>
 
 namespace io = ZRVtkLib::io;
 
@@ -69,6 +74,129 @@ vtkSmartPointer<vtkImageData> ReadImageFile(const QString& path, QString* errorM
   reader->Update();
   return Checked(capture, reader->GetOutput(), errorMessage);
 }
+// vtkPNGReader crashes on a PNG that libpng gives up on halfway (truncated or damaged image data), so
+// such a file must not reach it. Decoding it once with Qt tells.
+bool IsDecodablePng(const QString& path, QString* errorMessage)
+{
+  QImageReader reader(path, "png");
+  if (!reader.read().isNull())
+  {
+    return true;
+  }
+  if (errorMessage != nullptr)
+  {
+    *errorMessage = QStringLiteral("The PNG image '%1' cannot be read: %2").arg(path, reader.errorString());
+  }
+  return false;
+}
+
+// vtkSTLReader stops quietly at the end of a short binary file and hands out the triangles it got. The
+// header says how long the file must be.
+bool IsCompleteStl(const QString& path, QString* errorMessage)
+{
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly))
+  {
+    return true; // the reader names the problem
+  }
+  const QByteArray head = file.read(84);
+  if (head.startsWith("solid"))
+  {
+    const qint64 expected =
+        head.size() == 84 ? 84 + 50 * qint64(qFromLittleEndian<quint32>(head.constData() + 80)) : -1;
+    // Some tools start binary files with "solid" too; the length tells them apart.
+    if (expected != file.size())
+    {
+      return true;
+    }
+  }
+  if (head.size() == 84)
+  {
+    const quint32 triangles = qFromLittleEndian<quint32>(head.constData() + 80);
+    if (file.size() >= 84 + 50 * qint64(triangles))
+    {
+      return true;
+    }
+    if (errorMessage != nullptr)
+    {
+      *errorMessage =
+          QStringLiteral("The STL file '%1' is truncated: it announces %2 triangles but holds %3.")
+              .arg(path)
+              .arg(triangles)
+              .arg((file.size() - 84) / 50);
+    }
+    return false;
+  }
+  if (errorMessage != nullptr)
+  {
+    *errorMessage = QStringLiteral("The STL file '%1' is too short to hold any triangle.").arg(path);
+  }
+  return false;
+}
+
+// vtkBMPReader trusts the header and crashes on a damaged one, so the header must describe a bitmap
+// that the file holds in full.
+bool IsCompleteBmp(const QString& path, QString* errorMessage)
+{
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly))
+  {
+    return true; // the reader names the problem
+  }
+  const QByteArray head = file.read(30);
+  const auto fail = [&](const QString& what)
+  {
+    if (errorMessage != nullptr)
+    {
+      *errorMessage = QStringLiteral("The BMP image '%1' cannot be read: %2").arg(path, what);
+    }
+    return false;
+  };
+  if (head.size() < 26 || !head.startsWith("BM"))
+  {
+    return fail(QStringLiteral("it has no bitmap header."));
+  }
+  const quint32 dataOffset = qFromLittleEndian<quint32>(head.constData() + 10);
+  const quint32 infoSize = qFromLittleEndian<quint32>(head.constData() + 14);
+  qint64 width = 0;
+  qint64 height = 0;
+  qint64 bitsPerPixel = 0;
+  if (infoSize == 12)
+  {
+    width = qFromLittleEndian<quint16>(head.constData() + 18);
+    height = qFromLittleEndian<quint16>(head.constData() + 20);
+    bitsPerPixel = qFromLittleEndian<quint16>(head.constData() + 24);
+  }
+  else if (infoSize >= 40 && head.size() == 30)
+  {
+    width = qFromLittleEndian<qint32>(head.constData() + 18);
+    height = std::abs(qint64(qFromLittleEndian<qint32>(head.constData() + 22)));
+    bitsPerPixel = qFromLittleEndian<quint16>(head.constData() + 28);
+  }
+  if (width <= 0 || height <= 0 || (bitsPerPixel != 8 && bitsPerPixel != 24 && bitsPerPixel != 32))
+  {
+    return fail(QStringLiteral("its header is damaged or of an unsupported kind."));
+  }
+  const qint64 rowBytes = (width * bitsPerPixel + 31) / 32 * 4;
+  if (qint64(dataOffset) + rowBytes * height > file.size())
+  {
+    return fail(QStringLiteral("the file is truncated."));
+  }
+  return true;
+}
+
+// By content first, as the name may lie (a PNG saved as .jpg); the name decides when the content says
+// nothing, for instance for a missing file, so that the reader can report it.
+QMimeType ImageTypeOf(const QString& path)
+{
+  QMimeDatabase database;
+  const QMimeType byContent = database.mimeTypeForFile(path, QMimeDatabase::MatchContent);
+  if (byContent.name().startsWith(ZRVtkLib::io::IMAGE_PREFIX))
+  {
+    return byContent;
+  }
+  return database.mimeTypeForFile(path);
+}
 } // namespace
 
 namespace ZRVtk
@@ -101,8 +229,7 @@ vtkSmartPointer<vtkDataSet> Read(const QString& path, QString* errorMessage)
 
 vtkSmartPointer<vtkDataSet> ReadImage(const QString& path, bool pointToCell, QString* errorMessage)
 {
-  // By content first: a PNG saved as .jpg is still read as PNG.
-  const QMimeType mimeType = QMimeDatabase().mimeTypeForFile(path);
+  const QMimeType mimeType = ImageTypeOf(path);
   const auto isA = [&mimeType](const QString& extension)
   { return mimeType.inherits(io::IMAGE_PREFIX + extension); };
 
@@ -113,7 +240,10 @@ vtkSmartPointer<vtkDataSet> ReadImage(const QString& path, bool pointToCell, QSt
   }
   else if (isA(io::PNG_FILE_EXT))
   {
-    image = ReadImageFile<vtkPNGReader>(path, errorMessage);
+    if (IsDecodablePng(path, errorMessage))
+    {
+      image = ReadImageFile<vtkPNGReader>(path, errorMessage);
+    }
   }
   else if (isA(io::TIF_FILE_EXT) || isA(io::TIF_FILE_EXT2))
   {
@@ -121,7 +251,10 @@ vtkSmartPointer<vtkDataSet> ReadImage(const QString& path, bool pointToCell, QSt
   }
   else if (isA(io::BMP_FILE_EXT))
   {
-    image = ReadImageFile<vtkBMPReader>(path, errorMessage);
+    if (IsCompleteBmp(path, errorMessage))
+    {
+      image = ReadImageFile<vtkBMPReader>(path, errorMessage);
+    }
   }
   if (image == nullptr)
   {
@@ -200,7 +333,8 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
     }
   }
 
-  VXVtkErrorCapture capture;
+  // The legacy reader only warns when binary data ends early.
+  VXVtkErrorCapture capture(true);
   auto legacyReader = vtkSmartPointer<vtkGenericDataObjectReader>::New();
   capture.watch(legacyReader);
   legacyReader->SetFileName(fileName.constData());
@@ -220,7 +354,11 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
 
 vtkSmartPointer<vtkDataSet> ReadSTLData(const QString& path, QString* errorMessage)
 {
-  VXVtkErrorCapture capture;
+  if (!IsCompleteStl(path, errorMessage))
+  {
+    return nullptr;
+  }
+  VXVtkErrorCapture capture(true);
   auto reader = vtkSmartPointer<vtkSTLReader>::New();
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
