@@ -5,6 +5,7 @@
 #include "pipeline/VXPipelineModel.h"
 #include "pipeline/ZRToVXBridge.h"
 #include "platform/IPipelineController.h"
+#include "views/VXAbstractViewWidget.h"
 
 #include <vtkCellArray.h>
 #include <vtkDataSet.h>
@@ -114,6 +115,11 @@ void VXPipeline::pipelineBridgeRemoved(VXBridgeObject* bridge)
 void VXPipeline::globalSourceRemoved(VXGlobalSource* globalSource)
 {
   m_GlobalSources.removeOne(globalSource);
+}
+
+VXAbstractViewWidget* VXPipeline::activeViewWidget() const
+{
+  return m_ActiveView;
 }
 
 void VXPipeline::setActiveViewWidget(VXAbstractViewWidget* view)

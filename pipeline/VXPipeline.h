@@ -51,7 +51,7 @@ public:
   bool addRepresentation(VXCoreObject* parent, VXRepresentation::Type type);
   bool addLoadedRepresentation(VXCoreObject* parent, VXRepresentation* representation);
   void setActiveViewWidget(VXAbstractViewWidget* view);
-  VXAbstractViewWidget* activeViewWidget() const { return m_ActiveView; }
+  VXAbstractViewWidget* activeViewWidget() const;
   void connectVXBridgeObject(const VXBridgeObject* bridge);
 
   QList<VXBridgeObject*> bridges() const { return m_Bridges; }

@@ -1,0 +1,77 @@
+#include "app/ViewerTreePrinter.h"
+
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXDataSource.h"
+#include "pipeline/VXPipeline.h"
+
+#include <vtkCellData.h>
+#include <vtkDataArray.h>
+#include <vtkDataSet.h>
+#include <vtkPointData.h>
+
+namespace
+{
+const QString k_Indent = QStringLiteral("  ");
+
+QString formatNumber(double value)
+{
+  return QString::number(value, 'g', 6);
+}
+} // namespace
+
+ViewerTreePrinter::ViewerTreePrinter(QTextStream& out)
+    : m_Out(out)
+{
+}
+
+void ViewerTreePrinter::print(const VXBridgeObject& bridge)
+{
+  m_Out << bridge.name() << '\n';
+  for (VXDataSource* dataSource : bridge.dataSources())
+  {
+    printDataSource(*dataSource);
+  }
+  m_Out.flush();
+}
+
+void ViewerTreePrinter::printDataSource(VXDataSource& dataSource)
+{
+  const VXRepresentation::Type type = VXPipeline::DefaultRepresentationType(&dataSource);
+  const QString typeName =
+      type == VXRepresentation::Glyph
+          ? QStringLiteral("Glyph")
+          : VXRepresentation::k_RepresentationTypeToString.value(type, QString::number(type));
+  vtkDataSet* dataSet = dataSource.getOutput();
+  m_Out << k_Indent << dataSource.name();
+  if (dataSet == nullptr)
+  {
+    m_Out << " [no dataset] default view: " << typeName << '\n';
+    return;
+  }
+  m_Out << " [" << dataSet->GetClassName() << "] points: " << dataSet->GetNumberOfPoints()
+        << " cells: " << dataSet->GetNumberOfCells() << " default view: " << typeName << '\n';
+  printArrays(dataSet->GetPointData(), QStringLiteral("point"));
+  printArrays(dataSet->GetCellData(), QStringLiteral("cell"));
+}
+
+void ViewerTreePrinter::printArrays(vtkDataSetAttributes* attributes, const QString& association)
+{
+  for (int i = 0; i < attributes->GetNumberOfArrays(); ++i)
+  {
+    vtkDataArray* array = attributes->GetArray(i);
+    if (array == nullptr)
+    {
+      continue;
+    }
+    const int numComponents = array->GetNumberOfComponents();
+    m_Out << k_Indent << k_Indent << association << ' ' << (array->GetName() ? array->GetName() : "")
+          << " components: " << numComponents << " range:";
+    for (int comp = 0; comp < numComponents; ++comp)
+    {
+      double range[2];
+      array->GetRange(range, comp);
+      m_Out << " [" << formatNumber(range[0]) << ", " << formatNumber(range[1]) << ']';
+    }
+    m_Out << '\n';
+  }
+}
