@@ -127,6 +127,14 @@ void VXViewGridWidget::placeWidget(int row, int col, VXViewWidget* view)
   view->show();
 }
 
+void VXViewGridWidget::placeAlone(VXViewWidget* view)
+{
+  m_Cells = {{ZRGridCell{}}};
+  m_ColWidths = {1.0};
+  m_RowHeights = {1.0};
+  placeWidget(0, 0, view);
+}
+
 void VXViewGridWidget::loadState(const nlohmann::json& input, VXViewWidget* existing)
 {
   if (existing == nullptr)
@@ -146,6 +154,31 @@ void VXViewGridWidget::loadState(const nlohmann::json& input, VXViewWidget* exis
       widget->deleteLater();
     }
   }
+  try
+  {
+    loadGridRecord(input, existing);
+  }
+  catch (...)
+  {
+    // A broken record must not leave the grid without views: back to the existing one alone.
+    for (QWidget* widget : takeAllWidgets())
+    {
+      if (widget != existing)
+      {
+        widget->hide();
+        widget->deleteLater();
+      }
+    }
+    placeAlone(existing);
+    markWidgetActive(existing);
+    updateAllClosable();
+    layoutChildren();
+    throw;
+  }
+}
+
+void VXViewGridWidget::loadGridRecord(const nlohmann::json& input, VXViewWidget* existing)
+{
   readGridGeometry(input);
 
   const nlohmann::json* cells = nullptr;
@@ -199,8 +232,10 @@ void VXViewGridWidget::loadState(const nlohmann::json& input, VXViewWidget* exis
       }
       existingPlaced = true;
       view->setParent(this);
+      cell.widget = view; // in the table before the load, so that a failed load still finds it
       view->loadState(state);
-      placeWidget(r, c, view);
+      connectWidget(view);
+      view->show();
       largestId = std::max(largestId, view->getSplitId());
       if (state.is_object() && state.contains("active_view") && state["active_view"].get<bool>())
       {
@@ -212,10 +247,7 @@ void VXViewGridWidget::loadState(const nlohmann::json& input, VXViewWidget* exis
   if (!existingPlaced)
   {
     // A record without a single view: keep the existing one rather than show nothing.
-    m_Cells = {{ZRGridCell{}}};
-    m_ColWidths = {1.0};
-    m_RowHeights = {1.0};
-    placeWidget(0, 0, existing);
+    placeAlone(existing);
     largestId = existing->getSplitId();
   }
   if (VXViewWidget::nextSplitViewId() <= largestId)
@@ -248,10 +280,7 @@ void VXViewGridWidget::loadLegacyState(const nlohmann::json& input, VXViewWidget
       widget->deleteLater();
     }
   }
-  m_Cells = {{ZRGridCell{}}};
-  m_ColWidths = {1.0};
-  m_RowHeights = {1.0};
-  placeWidget(0, 0, existing);
+  placeAlone(existing);
   traverseLegacyNode(existing, input);
   if (activeWidget() == nullptr && !allViews().isEmpty())
   {

@@ -50,5 +50,7 @@ protected:
 private:
   void loadLegacyState(const nlohmann::json& input, VXViewWidget* existing);
   void traverseLegacyNode(VXAbstractViewWidget* view, const nlohmann::json& node);
+  void loadGridRecord(const nlohmann::json& input, VXViewWidget* existing);
   void placeWidget(int row, int col, VXViewWidget* view);
+  void placeAlone(VXViewWidget* view);
 };
