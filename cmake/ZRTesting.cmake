@@ -23,5 +23,5 @@ function(zr_add_gtest)
   endif()
   gtest_discover_tests(${T_NAME} DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT ${T_TIMEOUT} LABELS "${labels}"
-    ENVIRONMENT "ZR_SETTINGS_DIR=${CMAKE_BINARY_DIR}/test-settings;QT_QPA_PLATFORM=xcb")
+    ENVIRONMENT "ZR_SETTINGS_DIR=${CMAKE_BINARY_DIR}/test-settings/${T_NAME};QT_QPA_PLATFORM=xcb")
 endfunction()

@@ -1,0 +1,234 @@
+#include "pipeline/VXDataSource.h"
+
+#include "data_bridge/CVArray.h"
+#include "data_bridge/ZRVtkObjectName.h"
+#include "pipeline/VXPipeline.h"
+#include "views/VXViewWidget.h"
+
+#include <vtkAlgorithmOutput.h>
+#include <vtkCellData.h>
+#include <vtkDoubleArray.h>
+#include <vtkFloatArray.h>
+#include <vtkImageData.h>
+#include <vtkPointData.h>
+#include <vtkTrivialProducer.h>
+#include <vtkUnsignedCharArray.h>
+
+#include <nlohmann/json.hpp>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QSignalSpy>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+template<class ArrayT>
+vtkSmartPointer<ArrayT> makeArray(const char* name, int components, vtkIdType tuples)
+{
+  auto array = vtkSmartPointer<ArrayT>::New();
+  array->SetName(name);
+  array->SetNumberOfComponents(components);
+  array->SetNumberOfTuples(tuples);
+  array->Fill(0);
+  return array;
+}
+
+vtkSmartPointer<vtkImageData> makeImage()
+{
+  auto image = vtkSmartPointer<vtkImageData>::New();
+  image->SetDimensions(2, 2, 2); // 8 points, 1 cell
+  image->GetPointData()->AddArray(makeArray<vtkUnsignedCharArray>("RGB", 3, 8));
+  image->GetPointData()->AddArray(makeArray<vtkFloatArray>("Shared", 3, 8));
+  image->GetPointData()->AddArray(makeArray<vtkUnsignedCharArray>("RGBA", 4, 8));
+  image->GetCellData()->AddArray(makeArray<vtkDoubleArray>("Normals", 3, 1));
+  image->GetCellData()->AddArray(makeArray<vtkDoubleArray>("Shared", 1, 1));
+  image->GetCellData()->AddArray(makeArray<vtkDoubleArray>("Scalar", 1, 1));
+  return image;
+}
+} // namespace
+
+TEST(VXDataSource, ComponentNamesFollowArrayKind)
+{
+  VXDataSource source;
+  source.setDataSet(makeImage());
+  EXPECT_EQ(source.getComponentNames("RGB"), (QStringList{"Magnitude", "R", "G", "B"}));
+  EXPECT_EQ(source.getComponentNames("RGBA"),
+            (QStringList{"Magnitude", "Comp 0", "Comp 1", "Comp 2", "Comp 3"}));
+  // Only VTK's own float arrays get X, Y, Z.
+  EXPECT_EQ(source.getComponentNames("Normals"), (QStringList{"Magnitude", "Comp 0", "Comp 1", "Comp 2"}));
+  EXPECT_EQ(source.getComponentNames("Scalar"), QStringList{"Comp 0"});
+  // A name in both point and cell data answers with the point array.
+  EXPECT_EQ(source.getComponentNames("Shared"), (QStringList{"Magnitude", "X", "Y", "Z"}));
+  EXPECT_TRUE(source.getComponentNames("Missing").isEmpty());
+
+  auto wrapped = vtkSmartPointer<CV::Array<float>>::New();
+  wrapped->SetName("Wrapped");
+  wrapped->SetNumberOfComponents(3);
+  auto image = makeImage();
+  image->GetCellData()->AddArray(wrapped);
+  source.setDataSet(image);
+  EXPECT_EQ(source.getComponentNames("Wrapped"), (QStringList{"Magnitude", "Comp 0", "Comp 1", "Comp 2"}));
+}
+
+TEST(VXDataSource, ArrayNamesListPointsThenCells)
+{
+  VXDataSource source;
+  source.setDataSet(makeImage());
+  const auto names = source.getImportedArrayNames();
+  QStringList texts;
+  for (const auto& entry : names)
+  {
+    texts << entry.second;
+  }
+  EXPECT_EQ(texts, (QStringList{"RGB", "Shared", "RGBA", "Normals", "Shared", "Scalar"}));
+}
+
+TEST(VXDataSource, NullDatasetGivesEmptyAnswers)
+{
+  VXDataSource source;
+  source.setDataSet(nullptr);
+  EXPECT_EQ(source.getOutput(), nullptr);
+  EXPECT_TRUE(source.getImportedArrayNames().isEmpty());
+  EXPECT_TRUE(source.getComponentNames("RGB").isEmpty());
+  EXPECT_EQ(source.baseName(), QStringLiteral("Unnamed Geometry"));
+  EXPECT_EQ(VXPipeline::DefaultRepresentationType(&source), VXPipeline::getDefaultRepType());
+}
+
+TEST(VXDataSource, NameComesFromDatasetAndGoesBack)
+{
+  VXDataSource source;
+  auto image = makeImage();
+  ZRVtk::SetObjectName(image, "Grains");
+  source.setDataSet(image);
+  EXPECT_EQ(source.baseName(), QStringLiteral("Grains"));
+  source.setBaseName(QStringLiteral("Renamed"));
+  EXPECT_EQ(ZRVtk::GetObjectName(image), "Renamed");
+  // The producer hands out the dataset through the same port.
+  auto* producer = vtkTrivialProducer::SafeDownCast(source.outputPort()->GetProducer());
+  ASSERT_NE(producer, nullptr);
+  EXPECT_EQ(producer->GetOutputDataObject(0), image.Get());
+}
+
+TEST(VXDataSource, VisibilityOffClearsAndOnUpdates)
+{
+  VXPipeline pipeline;
+  VXViewWidget view;
+  pipeline.setActiveViewWidget(&view);
+  VXDataSource source;
+  source.setPipeline(&pipeline);
+  source.setDataSet(makeImage());
+  QSignalSpy cleared(&source, &VXCoreObject::requestClear);
+  QSignalSpy updated(&source, &VXCoreObject::requestUpdate);
+
+  source.setVisibility(true);
+  EXPECT_TRUE(source.isVisible());
+  EXPECT_EQ(updated.count(), 1);
+  source.setVisibility(false);
+  EXPECT_FALSE(source.isVisible());
+  EXPECT_EQ(cleared.count(), 1);
+  EXPECT_EQ(updated.count(), 1);
+  // Already hidden: nothing to clear or update.
+  source.setVisibility(false);
+  EXPECT_EQ(cleared.count(), 1);
+  EXPECT_EQ(updated.count(), 1);
+}
+
+TEST(VXDataSource, ColourSettingsReachChildrenInFixedOrder)
+{
+  VXDataSource source;
+  QStringList order;
+  QObject::connect(&source, &VXDataSource::restoreDefaultPresetColors, [&]() { order << "default"; });
+  QObject::connect(&source, &VXDataSource::loadPresetColors, [&](const auto&) { order << "preset"; });
+  QObject::connect(&source, &VXDataSource::solidColorChanged, [&](const QColor&) { order << "solid"; });
+  QObject::connect(&source, &VXDataSource::nanColorChanged, [&](const QColor&) { order << "nan"; });
+  QObject::connect(&source, &VXDataSource::invertColorMap, [&](bool) { order << "invert"; });
+
+  source.triggerColorSettingsChange();
+  EXPECT_EQ(order, (QStringList{"default", "solid", "nan", "invert"}));
+
+  order.clear();
+  VXDataSource::ColorPreset preset;
+  preset.m_Name = "Gray";
+  preset.m_RGBPoints = {0, 0, 0, 0, 1, 1, 1, 1};
+  source.setColorsInverted(true);
+  order.clear();
+  source.applyPreset(preset, QPixmap());
+  // A new preset always starts uninverted.
+  EXPECT_EQ(order, (QStringList{"preset", "invert"}));
+  EXPECT_FALSE(source.getIsInverted());
+  EXPECT_FALSE(source.isUsingDefaultPreset());
+  EXPECT_EQ(source.getCurrentPreset().m_Name, "Gray");
+}
+
+TEST(VXDataSource, StateRoundTripAndMissingKeysKeepValues)
+{
+  VXDataSource source;
+  source.setDataSet(makeImage());
+  source.setBaseName(QStringLiteral("Grains"));
+  source.setSolidColor(QColor(10, 20, 30));
+  source.setNanColor(QColor(200, 100, 50));
+  VXDataSource::ColorPreset preset;
+  preset.m_Name = "Gray";
+  source.applyPreset(preset, QPixmap());
+  source.setColorsInverted(true);
+
+  nlohmann::json json;
+  source.write(json, {});
+  EXPECT_EQ(json.at("core_object_name"), "Grains");
+  EXPECT_EQ(json.at("data_source_solid_color_g"), 20);
+  EXPECT_EQ(json.at("data_source_nan_color_r"), 200);
+  EXPECT_EQ(json.at("current_preset").at("Name"), "Gray");
+  EXPECT_EQ(json.at("data_source_color_map_inverted"), true);
+  EXPECT_EQ(json.at("data_source_using_default_preset"), false);
+
+  VXDataSource copy;
+  copy.setNanColor(QColor(1, 2, 3));
+  nlohmann::json partial = json;
+  partial.erase("data_source_nan_color_r");
+  partial.erase("data_source_nan_color_g");
+  partial.erase("data_source_nan_color_b");
+  copy.read(partial, {});
+  EXPECT_EQ(copy.baseName(), QStringLiteral("Grains"));
+  EXPECT_EQ(copy.getSolidColor(), QColor(10, 20, 30));
+  EXPECT_EQ(copy.getNanColor(), QColor(1, 2, 3));
+  EXPECT_TRUE(copy.getIsInverted());
+  EXPECT_EQ(copy.getCurrentPreset().m_Name, "Gray");
+
+  nlohmann::json wrongType = json;
+  wrongType["data_source_color_map_inverted"] = "yes";
+  EXPECT_THROW(copy.read(wrongType, {}), nlohmann::json::type_error);
+}
+
+TEST(VXDataSource, CopyAndPasteThroughTheClipboard)
+{
+  VXDataSource source;
+  source.setSolidColor(QColor(5, 6, 7));
+  source.copyActiveSettings();
+  VXDataSource target;
+  QSignalSpy solid(&target, &VXDataSource::solidColorChanged);
+  target.pasteToActiveSettings();
+  EXPECT_EQ(target.getSolidColor(), QColor(5, 6, 7));
+  EXPECT_EQ(solid.count(), 1);
+
+  QGuiApplication::clipboard()->setText(QStringLiteral("not settings"));
+  target.setSolidColor(QColor(1, 1, 1));
+  target.pasteToActiveSettings();
+  EXPECT_EQ(target.getSolidColor(), QColor(1, 1, 1));
+}
+
+TEST(VXDataSource, UserDefaultsGoThroughTheSettings)
+{
+  VXDataSource source;
+  source.setSolidColor(QColor(11, 22, 33));
+  source.setColorsInverted(true);
+  source.storeSettings();
+  VXDataSource fresh;
+  EXPECT_EQ(fresh.getSolidColor(), QColor(11, 22, 33));
+  EXPECT_TRUE(fresh.getIsInverted());
+  // Put the built-in values back for other tests sharing the scratch settings.
+  fresh.setSolidColor(QColor(255, 255, 255));
+  fresh.setColorsInverted(false);
+  fresh.storeSettings();
+}
