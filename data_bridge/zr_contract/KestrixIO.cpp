@@ -795,13 +795,17 @@ Result<> CheckName(const DataObject& object)
 }
 
 Result<ScopedId> CreateFlatDataset(hid_t group, const std::string& name, hid_t fileType, usize size,
-                                   const std::string& h5Path)
+                                   const std::string& h5Path, bool skipFill = true)
 {
   LockGuard lock(HDF5::GlobalMutex());
   hsize_t dims = size;
   ScopedId space(H5Screate_simple(1, &dims, nullptr), H5Sclose);
   ScopedId properties(H5Pcreate(H5P_DATASET_CREATE), H5Pclose);
-  H5Pset_fill_time(properties.get(), H5D_FILL_TIME_NEVER);
+  if (skipFill)
+  {
+    // Every element is written right after; HDF5 refuses this for variable-length types.
+    H5Pset_fill_time(properties.get(), H5D_FILL_TIME_NEVER);
+  }
   ScopedId dataset(
       H5Dcreate2(group, name.c_str(), fileType, space.get(), H5P_DEFAULT, properties.get(), H5P_DEFAULT),
       H5Dclose);
@@ -925,7 +929,8 @@ Result<> WriteStrings(hid_t group, const StringArray& array, const std::string& 
   H5Tset_size(type.get(), H5T_VARIABLE);
   H5Tset_cset(type.get(), H5T_CSET_UTF8);
   const std::vector<std::string>& values = array.values();
-  Result<ScopedId> dataset = CreateFlatDataset(group, array.getName(), type.get(), values.size(), h5Path);
+  Result<ScopedId> dataset =
+      CreateFlatDataset(group, array.getName(), type.get(), values.size(), h5Path, false);
   if (dataset.invalid())
   {
     return ConvertInvalidResult<void>(std::move(dataset));
