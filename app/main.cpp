@@ -1,5 +1,6 @@
 // kestrix-viewer: opens .kestrix, VTK, STL and image files.
 //   kestrix-viewer --list FILE...   prints the pipeline tree each file imports to
+#include "app/ViewerApplication.h"
 #include "app/ViewerTreePrinter.h"
 
 #include "data_bridge/zr_contract/KestrixIO.h"
@@ -13,6 +14,7 @@
 #include <QTextStream>
 
 #include <cstdio>
+#include <cstring>
 
 namespace
 {
@@ -88,6 +90,11 @@ int listFiles(const QStringList& files)
 
 int main(int argc, char** argv)
 {
+  // Without a command-line mode the viewer opens its window.
+  if (argc < 2 || (std::strcmp(argv[1], "--list") != 0 && std::strcmp(argv[1], "--convert") != 0))
+  {
+    return ViewerApplication::run(argc, argv);
+  }
   QCoreApplication app(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("kestrix-viewer"));
   QStringList arguments = QCoreApplication::arguments().mid(1);

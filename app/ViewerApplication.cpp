@@ -1,0 +1,149 @@
+#include "app/ViewerApplication.h"
+
+#include "app/ViewerMainWindow.h"
+#include "platform/ZRStyle.h"
+#include "views/VXAbstractViewWidget.h"
+#include "views/VXViewGridWidget.h"
+#include "views/VXVisualizationWidget.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QRegularExpression>
+#include <QSurfaceFormat>
+#include <QTextStream>
+#include <QThread>
+#include <QVTKOpenGLNativeWidget.h>
+
+#include <cstdio>
+
+namespace
+{
+const QSize k_DefaultScreenshotSize(800, 600);
+
+void settle(int rounds = 10)
+{
+  for (int i = 0; i < rounds; ++i)
+  {
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+    QThread::msleep(5);
+  }
+}
+
+bool parseSize(const QString& text, QSize& size)
+{
+  const QRegularExpressionMatch match = QRegularExpression(QStringLiteral("^(\\d+)[xX](\\d+)$")).match(text);
+  if (!match.hasMatch())
+  {
+    return false;
+  }
+  size = QSize(match.captured(1).toInt(), match.captured(2).toInt());
+  return size.width() >= 16 && size.height() >= 16 && size.width() <= 16384 && size.height() <= 16384;
+}
+
+// Grows or shrinks the window until the active render window has the asked size.
+void fitRenderWindow(ViewerMainWindow& window, const QSize& wanted)
+{
+  for (int attempt = 0; attempt < 5; ++attempt)
+  {
+    VXAbstractViewWidget* view = window.grid()->activeView();
+    if (view == nullptr || view->getVisualizationWidget() == nullptr)
+    {
+      return;
+    }
+    const QSize have = view->getVisualizationWidget()->size();
+    if (have == wanted)
+    {
+      return;
+    }
+    window.resize(window.size() + (wanted - have));
+    settle(3);
+  }
+}
+
+int takeScreenshot(ViewerMainWindow& window, const QStringList& files, const QString& outPath,
+                   const QSize& size)
+{
+  QTextStream err(stderr);
+  QObject::connect(&window, &ViewerMainWindow::outputAppended,
+                   [&err](const QString& message)
+                   {
+                     err << message << '\n';
+                     err.flush();
+                   });
+  window.setInteractive(false);
+  window.setAttribute(Qt::WA_DontShowOnScreen, true);
+  window.show();
+  settle();
+  fitRenderWindow(window, size);
+
+  int failures = 0;
+  for (const QString& file : files)
+  {
+    failures += window.openFile(file) ? 0 : 1;
+  }
+  settle();
+  const QImage image = window.captureActiveView();
+  if (image.isNull())
+  {
+    err << "kestrix-viewer: could not render a frame\n";
+    return 1;
+  }
+  if (!image.save(outPath))
+  {
+    err << "kestrix-viewer: could not write the screenshot to '" << outPath << "'\n";
+    return 1;
+  }
+  return failures == 0 ? 0 : 1;
+}
+} // namespace
+
+int ViewerApplication::run(int argc, char** argv)
+{
+  QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat());
+  QApplication app(argc, argv);
+  QCoreApplication::setOrganizationName(QStringLiteral("KESTRIX"));
+  QCoreApplication::setApplicationName(QStringLiteral("kestrix-viewer"));
+
+  QCommandLineParser parser;
+  parser.setApplicationDescription(QStringLiteral("Shows .kestrix, VTK, STL and image files."));
+  parser.addHelpOption();
+  const QCommandLineOption screenshotOption(QStringLiteral("screenshot"),
+                                            QStringLiteral("Render the first frame to <file> and exit."),
+                                            QStringLiteral("file"));
+  const QCommandLineOption sizeOption(
+      QStringLiteral("size"), QStringLiteral("Size of the screenshot, WIDTHxHEIGHT (default 800x600)."),
+      QStringLiteral("size"));
+  const QCommandLineOption themeOption(QStringLiteral("theme"),
+                                       QStringLiteral("Colour theme: light or dark."),
+                                       QStringLiteral("theme"), ZRStyle::k_LightTheme);
+  parser.addOptions({screenshotOption, sizeOption, themeOption});
+  parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to open."),
+                               QStringLiteral("[FILE...]"));
+  parser.process(app);
+
+  QTextStream err(stderr);
+  if (!ZRStyle::Instance()->setTheme(parser.value(themeOption)))
+  {
+    err << "kestrix-viewer: unknown theme '" << parser.value(themeOption) << "'\n";
+    return 2;
+  }
+  QSize size = k_DefaultScreenshotSize;
+  if (parser.isSet(sizeOption) && !parseSize(parser.value(sizeOption), size))
+  {
+    err << "kestrix-viewer: --size takes WIDTHxHEIGHT, for example 1280x1024\n";
+    return 2;
+  }
+
+  ViewerMainWindow window;
+  const QStringList files = parser.positionalArguments();
+  if (parser.isSet(screenshotOption))
+  {
+    return takeScreenshot(window, files, parser.value(screenshotOption), size);
+  }
+  window.show();
+  for (const QString& file : files)
+  {
+    window.openFile(file);
+  }
+  return app.exec();
+}

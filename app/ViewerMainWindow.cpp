@@ -1,0 +1,206 @@
+#include "app/ViewerMainWindow.h"
+
+#include "app/ViewerOutlineLayer.h"
+#include "data_bridge/ZRVtkLibFileTypes.h"
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXDataSource.h"
+#include "pipeline/VXPipeline.h"
+#include "views/VXAbstractViewWidget.h"
+#include "views/VXViewGridWidget.h"
+#include "views/VXVisualizationWidget.h"
+
+#include <QDockWidget>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QUrl>
+
+ViewerMainWindow::ViewerMainWindow(QWidget* parent)
+    : QMainWindow(parent)
+    , m_Pipeline(new VXPipeline(this))
+    , m_Grid(new VXViewGridWidget(this))
+    , m_OutputPane(new QPlainTextEdit(this))
+{
+  setWindowTitle(QStringLiteral("KESTRIX-ZR Viewer"));
+  setAcceptDrops(true);
+  resize(1280, 900);
+
+  m_Grid->setObjectName(QStringLiteral("viewGrid"));
+  setCentralWidget(m_Grid);
+
+  m_OutputPane->setObjectName(QStringLiteral("outputPane"));
+  m_OutputPane->setReadOnly(true);
+  m_OutputPane->setMaximumBlockCount(10000);
+  auto* dock = new QDockWidget(QStringLiteral("Output"), this);
+  dock->setObjectName(QStringLiteral("outputDock"));
+  dock->setWidget(m_OutputPane);
+  addDockWidget(Qt::BottomDockWidgetArea, dock);
+  resizeDocks({dock}, {140}, Qt::Vertical);
+
+  m_OutlineLayer = new ViewerOutlineLayer(m_Grid, this);
+
+  connect(m_Pipeline, &VXPipeline::sendOutputMessage, this, &ViewerMainWindow::appendOutput);
+  connect(m_Pipeline, &VXPipeline::sendPopupMessage, this, &ViewerMainWindow::showPopup);
+  connect(m_Pipeline, &VXPipeline::dataSourceAdded, m_OutlineLayer, &ViewerOutlineLayer::addDataSource);
+  connect(m_Grid, &VXViewGridWidget::activeViewChanged, m_Pipeline, &VXPipeline::setActiveViewWidget);
+  connect(m_Grid, &VXViewGridWidget::viewCreated, this, &ViewerMainWindow::connectView);
+  connect(m_Grid, &VXViewGridWidget::viewCreated, m_OutlineLayer, &ViewerOutlineLayer::addView);
+  for (VXAbstractViewWidget* view : m_Grid->allViews())
+  {
+    connectView(view);
+  }
+  m_Pipeline->setActiveViewWidget(m_Grid->activeView());
+
+  createMenus();
+}
+
+ViewerMainWindow::~ViewerMainWindow() = default;
+
+VXPipeline* ViewerMainWindow::pipeline() const
+{
+  return m_Pipeline;
+}
+
+VXViewGridWidget* ViewerMainWindow::grid() const
+{
+  return m_Grid;
+}
+
+QPlainTextEdit* ViewerMainWindow::outputPane() const
+{
+  return m_OutputPane;
+}
+
+ViewerOutlineLayer* ViewerMainWindow::outlineLayer() const
+{
+  return m_OutlineLayer;
+}
+
+void ViewerMainWindow::setInteractive(bool interactive)
+{
+  m_Interactive = interactive;
+}
+
+void ViewerMainWindow::createMenus()
+{
+  QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+  QAction* open = file->addAction(QStringLiteral("&Open..."), this, &ViewerMainWindow::openFileDialog);
+  open->setShortcut(QKeySequence::Open);
+  file->addSeparator();
+  QAction* quit = file->addAction(QStringLiteral("&Quit"), this, &QWidget::close);
+  quit->setShortcut(QKeySequence::Quit);
+
+  QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+  view->addAction(QStringLiteral("Equalize View Widths"), m_Grid, &VXViewGridWidget::equalizeColumnWidths);
+  view->addAction(QStringLiteral("Equalize View Heights"), m_Grid, &VXViewGridWidget::equalizeRowHeights);
+  view->addAction(QStringLiteral("Reset Camera"), this,
+                  [this]
+                  {
+                    if (VXAbstractViewWidget* active = m_Grid->activeView())
+                    {
+                      active->resetCamera();
+                    }
+                  });
+}
+
+void ViewerMainWindow::connectView(VXAbstractViewWidget* view)
+{
+  if (view == nullptr || view->getVisualizationWidget() == nullptr)
+  {
+    return;
+  }
+  VXVisualizationWidget* window = view->getVisualizationWidget();
+  connect(window, &VXVisualizationWidget::printOutput, this, &ViewerMainWindow::appendOutput,
+          Qt::UniqueConnection);
+  connect(window, &VXVisualizationWidget::requestEqualizeViewWidths, m_Grid,
+          &VXViewGridWidget::equalizeColumnWidths, Qt::UniqueConnection);
+  connect(window, &VXVisualizationWidget::requestEqualizeViewHeights, m_Grid,
+          &VXViewGridWidget::equalizeRowHeights, Qt::UniqueConnection);
+}
+
+void ViewerMainWindow::appendOutput(const QString& message)
+{
+  m_OutputPane->appendPlainText(message);
+  Q_EMIT outputAppended(message);
+}
+
+void ViewerMainWindow::showPopup(const QString& title, const QString& message)
+{
+  appendOutput(QStringLiteral("%1: %2").arg(title, message));
+  if (m_Interactive && isVisible())
+  {
+    QMessageBox::warning(this, title, message);
+  }
+}
+
+bool ViewerMainWindow::openFile(const QString& path)
+{
+  VXBridgeObject* bridge = m_Pipeline->importFile(path);
+  int withData = 0;
+  for (VXDataSource* dataSource : bridge != nullptr ? bridge->dataSources() : QList<VXDataSource*>())
+  {
+    withData += dataSource->getOutput() != nullptr ? 1 : 0;
+  }
+  if (withData == 0)
+  {
+    appendOutput(QStringLiteral("No data could be read from '%1'.").arg(path));
+    return false;
+  }
+  appendOutput(
+      QStringLiteral("Opened '%1': %2 data source(s).").arg(QFileInfo(path).fileName()).arg(withData));
+  if (VXAbstractViewWidget* active = m_Grid->activeView())
+  {
+    active->resetCamera();
+  }
+  return true;
+}
+
+void ViewerMainWindow::openFileDialog()
+{
+  const QStringList paths = QFileDialog::getOpenFileNames(this, QStringLiteral("Open Data Files"), QString(),
+                                                          ZRVtkLib::io::SUPPORTED_EXTENSIONS_LIST);
+  for (const QString& path : paths)
+  {
+    openFile(path);
+  }
+}
+
+QImage ViewerMainWindow::captureActiveView()
+{
+  VXAbstractViewWidget* active = m_Grid->activeView();
+  if (active == nullptr || active->getVisualizationWidget() == nullptr)
+  {
+    return {};
+  }
+  return active->getVisualizationWidget()->captureViewImage(false, QColor());
+}
+
+void ViewerMainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+  if (event->mimeData()->hasFormat(QStringLiteral("text/uri-list")))
+  {
+    event->acceptProposedAction();
+  }
+}
+
+void ViewerMainWindow::dropEvent(QDropEvent* event)
+{
+  bool any = false;
+  for (const QUrl& url : event->mimeData()->urls())
+  {
+    if (url.isLocalFile())
+    {
+      openFile(url.toLocalFile());
+      any = true;
+    }
+  }
+  if (any)
+  {
+    event->acceptProposedAction();
+  }
+}

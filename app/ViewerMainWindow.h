@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QImage>
+#include <QMainWindow>
+
+class QPlainTextEdit;
+class ViewerOutlineLayer;
+class VXAbstractViewWidget;
+class VXPipeline;
+class VXViewGridWidget;
+
+/**
+ * @brief The viewer's window: the split-view grid in the centre and an output pane below that shows
+ * the library's messages. Files come in from the command line, the File menu or drag and drop, and
+ * all go through VXPipeline::importFile.
+ */
+class ViewerMainWindow : public QMainWindow
+{
+  Q_OBJECT
+
+public:
+  explicit ViewerMainWindow(QWidget* parent = nullptr);
+  ~ViewerMainWindow() override;
+
+  VXPipeline* pipeline() const;
+  VXViewGridWidget* grid() const;
+  QPlainTextEdit* outputPane() const;
+  ViewerOutlineLayer* outlineLayer() const;
+
+  /** @brief When off, pop-up messages go only to the output pane (scripts, screenshots). */
+  void setInteractive(bool interactive);
+
+  /** @brief Imports one file; false when it gave no dataset (the reason is in the output pane). */
+  bool openFile(const QString& path);
+
+  /** @brief The current frame of the active view, without its toolbar. */
+  QImage captureActiveView();
+
+public Q_SLOTS:
+  void appendOutput(const QString& message);
+  void showPopup(const QString& title, const QString& message);
+  void openFileDialog();
+
+Q_SIGNALS:
+  void outputAppended(const QString& message);
+
+protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+private:
+  void createMenus();
+  void connectView(VXAbstractViewWidget* view);
+
+  VXPipeline* m_Pipeline = nullptr;
+  VXViewGridWidget* m_Grid = nullptr;
+  QPlainTextEdit* m_OutputPane = nullptr;
+  ViewerOutlineLayer* m_OutlineLayer = nullptr;
+  bool m_Interactive = true;
+};
