@@ -1,13 +1,14 @@
 #include "views/VXGridAxesActor.h"
 
 #include <vtkActor.h>
-#include <vtkBillboardTextActor3D.h>
 #include <vtkCellArray.h>
+#include <vtkCoordinate.h>
 #include <vtkObjectFactory.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
+#include <vtkTextActor.h>
 #include <vtkTextProperty.h>
 
 #include <fmt/format.h>
@@ -65,10 +66,6 @@ VXGridAxesActor::VXGridAxesActor()
     m_LabelProperties[axis]->SetFontSize(12);
     m_LabelProperties[axis]->SetJustificationToCentered();
     m_LabelProperties[axis]->SetVerticalJustificationToTop();
-    m_Titles[axis] = vtkSmartPointer<vtkBillboardTextActor3D>::New();
-    m_Titles[axis]->SetInput(k_AxisTitles[axis]);
-    m_Titles[axis]->SetTextProperty(m_TitleProperties[axis]);
-    m_Titles[axis]->PickableOff();
   }
   PickableOff();
   rebuild();
@@ -291,6 +288,23 @@ void VXGridAxesActor::rebuildLines()
   m_Lines->Modified();
 }
 
+vtkSmartPointer<vtkTextActor> VXGridAxesActor::makeText(const std::string& text, vtkTextProperty* property,
+                                                        const double position[3], int offsetX,
+                                                        int offsetY) const
+{
+  vtkNew<vtkCoordinate> anchor;
+  anchor->SetCoordinateSystemToWorld();
+  anchor->SetValue(position[0], position[1], position[2]);
+  auto actor = vtkSmartPointer<vtkTextActor>::New();
+  actor->SetInput(text.c_str());
+  actor->SetTextProperty(property);
+  actor->GetPositionCoordinate()->SetCoordinateSystemToDisplay();
+  actor->GetPositionCoordinate()->SetReferenceCoordinate(anchor);
+  actor->GetPositionCoordinate()->SetValue(offsetX, offsetY);
+  actor->PickableOff();
+  return actor;
+}
+
 void VXGridAxesActor::rebuildLabels()
 {
   for (auto& label : m_Labels)
@@ -301,6 +315,7 @@ void VXGridAxesActor::rebuildLabels()
   for (auto& title : m_Titles)
   {
     RemovePart(title);
+    title = nullptr;
   }
   if (!boundsValid())
   {
@@ -313,19 +328,14 @@ void VXGridAxesActor::rebuildLabels()
     {
       double position[3] = {b[0], b[2], b[4]};
       position[axis] = value;
-      auto label = vtkSmartPointer<vtkBillboardTextActor3D>::New();
-      label->SetInput(FormatLabel(value).c_str());
-      label->SetTextProperty(m_LabelProperties[axis]);
-      label->SetPosition(position);
-      label->SetDisplayOffset(m_LabelOffset[0], m_LabelOffset[1]);
-      label->PickableOff();
-      m_Labels.push_back(label);
-      AddPart(label);
+      m_Labels.push_back(makeText(FormatLabel(value), m_LabelProperties[axis], position, m_LabelOffset[0],
+                                  m_LabelOffset[1]));
+      AddPart(m_Labels.back());
     }
     double middle[3] = {b[0], b[2], b[4]};
     middle[axis] = 0.5 * (b[2 * axis] + b[2 * axis + 1]);
-    m_Titles[axis]->SetPosition(middle);
-    m_Titles[axis]->SetDisplayOffset(m_LabelOffset[0], m_LabelOffset[1] - k_TitleExtraOffset);
+    m_Titles[axis] = makeText(k_AxisTitles[axis], m_TitleProperties[axis], middle, m_LabelOffset[0],
+                              m_LabelOffset[1] - k_TitleExtraOffset);
     AddPart(m_Titles[axis]);
   }
 }

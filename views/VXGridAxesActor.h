@@ -9,12 +9,15 @@
 #include <vector>
 
 class vtkActor;
-class vtkBillboardTextActor3D;
+class vtkTextActor;
 class vtkPolyData;
 class vtkProperty;
 class vtkTextProperty;
 
 /**
+ * Labels are screen-aligned texts anchored at world points, so that they keep their pixel size at any
+ * zoom and are never hidden behind the data.
+ *
  * @brief The axes grid of a render window: box edges, ticks, optional grid lines on the three faces
  * through the minimum corner, and one label per tick. Labels are either chosen automatically (a "nice"
  * step of 1, 2 or 5 times a power of ten) or given per axis as exact values, so that a user's spacing
@@ -66,6 +69,9 @@ private:
   void rebuild();
   void rebuildLines();
   void rebuildLabels();
+  /** A text anchored at a world point and shifted on the screen by a pixel offset. */
+  vtkSmartPointer<vtkTextActor> makeText(const std::string& text, vtkTextProperty* property,
+                                         const double position[3], int offsetX, int offsetY) const;
 
   std::array<double, 6> m_Bounds = {{0.0, -1.0, 0.0, -1.0, 0.0, -1.0}};
   bool m_GenerateGrid = false;
@@ -79,6 +85,6 @@ private:
   vtkNew<vtkActor> m_LineActor;
   std::array<vtkNew<vtkTextProperty>, 3> m_TitleProperties;
   std::array<vtkNew<vtkTextProperty>, 3> m_LabelProperties;
-  std::array<vtkSmartPointer<vtkBillboardTextActor3D>, 3> m_Titles;
-  std::vector<vtkSmartPointer<vtkBillboardTextActor3D>> m_Labels;
+  std::array<vtkSmartPointer<vtkTextActor>, 3> m_Titles;
+  std::vector<vtkSmartPointer<vtkTextActor>> m_Labels;
 };

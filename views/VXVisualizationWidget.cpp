@@ -29,6 +29,7 @@
 #include <vtkOutlineGlowPass.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkPropAssembly.h>
+#include <vtkPropCollection.h>
 #include <vtkProperty.h>
 #include <vtkRenderStepsPass.h>
 #include <vtkRenderWindowInteractor.h>
@@ -1162,66 +1163,36 @@ void VXVisualizationWidget::selectBackgroundColor()
 // ---------------------------------------------------------------------------------------------------
 // Screenshots
 
-std::pair<int, bool> VXVisualizationWidget::beginCapture()
+void VXVisualizationWidget::beginCapture()
 {
+  // The outline layer is part of the window's frame already: the image filter re-renders all layers,
+  // so only the toolbar has to leave the picture.
   if (m_Toolbar != nullptr)
   {
     m_Toolbar->hide();
   }
-  if (m_OverlayRenderer == nullptr)
-  {
-    return {1, true};
-  }
-  const std::pair<int, bool> saved = {m_OverlayRenderer->GetLayer(),
-                                      m_OverlayRenderer->GetPreserveColorBuffer() != 0};
-  m_OverlayRenderer->SetLayer(0);
-  m_OverlayRenderer->SetPreserveColorBuffer(false);
-  return saved;
 }
 
-void VXVisualizationWidget::endCapture(const std::pair<int, bool>& saved)
+void VXVisualizationWidget::endCapture()
 {
-  if (m_OverlayRenderer != nullptr)
-  {
-    m_OverlayRenderer->SetLayer(saved.first);
-    m_OverlayRenderer->SetPreserveColorBuffer(saved.second);
-  }
   if (m_Toolbar != nullptr)
   {
     m_Toolbar->show();
   }
 }
 
-QImage VXVisualizationWidget::captureViewImage(bool transparent, const QColor& color)
+QImage VXVisualizationWidget::grabRenderBuffer(bool rgba)
 {
-  vtkRenderWindow* window = renderWindow();
-  if (window == nullptr || m_Renderer == nullptr)
-  {
-    return {};
-  }
-  const auto saved = beginCapture();
-  double background[3];
-  m_Renderer->GetBackground(background);
-
   vtkNew<vtkWindowToImageFilter> grabber;
-  grabber->SetInput(window);
+  grabber->SetInput(renderWindow());
   grabber->ReadFrontBufferOff();
   grabber->ShouldRerenderOn();
-  if (transparent)
+  if (rgba)
   {
     grabber->SetInputBufferTypeToRGBA();
   }
   else
   {
-    if (color.isValid())
-    {
-      const double rgb[3] = {color.redF(), color.greenF(), color.blueF()};
-      // Exact comparison on purpose: an unchanged colour must not touch the modified time.
-      if (rgb[0] != background[0] || rgb[1] != background[1] || rgb[2] != background[2])
-      {
-        m_Renderer->SetBackground(rgb);
-      }
-    }
     grabber->SetInputBufferTypeToRGB();
   }
   grabber->Update();
@@ -1239,13 +1210,73 @@ QImage VXVisualizationWidget::captureViewImage(bool transparent, const QColor& c
     std::memcpy(image.scanLine(dims[1] - 1 - row), data + static_cast<std::size_t>(row) * rowBytes,
                 static_cast<std::size_t>(rowBytes));
   }
+  return image;
+}
 
+QImage VXVisualizationWidget::grabTransparentImage()
+{
+  // The glow pass of the outline layer writes no alpha of its own: it would wipe the scene's. So the
+  // alpha comes from a frame without that layer, and pixels the glow changed are made opaque.
+  const bool overlayDraws = m_OverlayRenderer->GetDraw() != 0;
+  m_OverlayRenderer->DrawOff();
+  QImage image = grabRenderBuffer(true);
+  const bool hasOutlines = m_OverlayRenderer->GetViewProps()->GetNumberOfItems() > 0;
+  if (overlayDraws && hasOutlines)
+  {
+    m_OverlayRenderer->DrawOn();
+    const QImage withGlow = grabRenderBuffer(true);
+    for (int y = 0; y < image.height() && withGlow.size() == image.size(); ++y)
+    {
+      auto* scene = reinterpret_cast<QRgb*>(image.scanLine(y));
+      const auto* glow = reinterpret_cast<const QRgb*>(withGlow.constScanLine(y));
+      for (int x = 0; x < image.width(); ++x)
+      {
+        // Both are RGBA8888: compare colour bytes only.
+        const bool changed = (scene[x] & 0x00ffffffu) != (glow[x] & 0x00ffffffu);
+        if (changed)
+        {
+          scene[x] = glow[x] | 0xff000000u;
+        }
+      }
+    }
+  }
+  m_OverlayRenderer->SetDraw(overlayDraws);
+  return image;
+}
+
+QImage VXVisualizationWidget::captureViewImage(bool transparent, const QColor& color)
+{
+  if (renderWindow() == nullptr || m_Renderer == nullptr)
+  {
+    return {};
+  }
+  beginCapture();
+  double background[3];
+  m_Renderer->GetBackground(background);
+  QImage image;
+  if (transparent)
+  {
+    image = grabTransparentImage();
+  }
+  else
+  {
+    if (color.isValid())
+    {
+      const double rgb[3] = {color.redF(), color.greenF(), color.blueF()};
+      // Exact comparison on purpose: an unchanged colour must not touch the modified time.
+      if (rgb[0] != background[0] || rgb[1] != background[1] || rgb[2] != background[2])
+      {
+        m_Renderer->SetBackground(rgb);
+      }
+    }
+    image = grabRenderBuffer(false);
+  }
   const double* current = m_Renderer->GetBackground();
   if (current[0] != background[0] || current[1] != background[1] || current[2] != background[2])
   {
     m_Renderer->SetBackground(background);
   }
-  endCapture(saved);
+  endCapture();
   render();
   return image;
 }
@@ -1279,10 +1310,10 @@ void VXVisualizationWidget::saveScreenshotPath()
 
 void VXVisualizationWidget::copyScreenshot()
 {
-  const auto saved = beginCapture();
+  beginCapture();
   const QImage image = grabFramebuffer();
   QApplication::clipboard()->setImage(image);
-  endCapture(saved);
+  endCapture();
   render();
 }
 

@@ -197,9 +197,10 @@ private:
   void setFocalPointCursor(const double point[3]);
   void createContextMenuActions();
   void applyGridSpacingLabels();
-  /** Moves the outline layer into the captured frame; returns what undo needs. */
-  std::pair<int, bool> beginCapture();
-  void endCapture(const std::pair<int, bool>& saved);
+  QImage grabRenderBuffer(bool rgba);
+  QImage grabTransparentImage();
+  void beginCapture();
+  void endCapture();
 
   vtkSmartPointer<vtkOrientationMarkerWidget> m_OrientationWidget;
   vtkSmartPointer<VXGridAxesActor> m_GridAxesActor;
