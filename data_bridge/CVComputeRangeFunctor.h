@@ -75,29 +75,62 @@ public:
 private:
   void scanSingleComponent(unsigned long begin, unsigned long end)
   {
-    // Plain select-style loops so the compiler can vectorise them. For one component the magnitude
-    // is |value|, whose largest value sits at one of the two extremes.
+    // Plain select-style loops that the compiler turns into packed min/max instructions. For one
+    // component the magnitude is |value|; its largest value sits at one of the two extremes.
     T lo = m_Min[0];
     T hi = m_Max[0];
     double smallestAbs = std::numeric_limits<double>::max();
-    for (unsigned long i = begin; i < end; ++i)
+    if constexpr (std::is_floating_point_v<T> || std::is_unsigned_v<T>)
     {
-      const T value = m_Buffer[i];
-      lo = value < lo ? value : lo;
-      hi = value > hi ? value : hi;
-      if constexpr (std::is_floating_point_v<T>)
+      // Independent lanes, each an element-wise select, so the compiler can keep them in vector
+      // registers (a single running minimum is a dependency chain it will not vectorise).
+      constexpr unsigned long k_Lanes = 16;
+      T laneLo[k_Lanes];
+      T laneHi[k_Lanes];
+      T laneSmallest[k_Lanes];
+      for (unsigned long lane = 0; lane < k_Lanes; ++lane)
       {
+        laneLo[lane] = lo;
+        laneHi[lane] = hi;
+        laneSmallest[lane] = std::numeric_limits<T>::max();
+      }
+      unsigned long i = begin;
+      for (; i + k_Lanes <= end; i += k_Lanes)
+      {
+        for (unsigned long lane = 0; lane < k_Lanes; ++lane)
+        {
+          const T value = m_Buffer[i + lane];
+          laneLo[lane] = value < laneLo[lane] ? value : laneLo[lane];
+          laneHi[lane] = value > laneHi[lane] ? value : laneHi[lane];
+          const T magnitude = value < T(0) ? static_cast<T>(-value) : value;
+          laneSmallest[lane] = magnitude < laneSmallest[lane] ? magnitude : laneSmallest[lane];
+        }
+      }
+      T smallest = std::numeric_limits<T>::max();
+      for (unsigned long lane = 0; lane < k_Lanes; ++lane)
+      {
+        lo = laneLo[lane] < lo ? laneLo[lane] : lo;
+        hi = laneHi[lane] > hi ? laneHi[lane] : hi;
+        smallest = laneSmallest[lane] < smallest ? laneSmallest[lane] : smallest;
+      }
+      for (; i < end; ++i)
+      {
+        const T value = m_Buffer[i];
+        lo = value < lo ? value : lo;
+        hi = value > hi ? value : hi;
+        const T magnitude = value < T(0) ? static_cast<T>(-value) : value;
+        smallest = magnitude < smallest ? magnitude : smallest;
+      }
+      smallestAbs = static_cast<double>(smallest);
+    }
+    else
+    {
+      for (unsigned long i = begin; i < end; ++i)
+      {
+        const T value = m_Buffer[i];
+        lo = value < lo ? value : lo;
+        hi = value > hi ? value : hi;
         const double magnitude = std::fabs(static_cast<double>(value));
-        smallestAbs = magnitude < smallestAbs ? magnitude : smallestAbs;
-      }
-      else if constexpr (std::is_signed_v<T>)
-      {
-        const double magnitude = value < 0 ? -static_cast<double>(value) : static_cast<double>(value);
-        smallestAbs = magnitude < smallestAbs ? magnitude : smallestAbs;
-      }
-      else
-      {
-        const double magnitude = static_cast<double>(value);
         smallestAbs = magnitude < smallestAbs ? magnitude : smallestAbs;
       }
     }
