@@ -27,7 +27,7 @@ int ViewerOutlineLayer::outlineCount(VXAbstractViewWidget* view) const
 
 void ViewerOutlineLayer::addDataSource(VXDataSource* dataSource)
 {
-  if (dataSource == nullptr || dataSource->outputPort() == nullptr ||
+  if (dataSource == nullptr || dataSource->getOutput() == nullptr || dataSource->outputPort() == nullptr ||
       VXRepresentation::IsRegistered(VXPipeline::DefaultRepresentationType(dataSource)))
   {
     return;

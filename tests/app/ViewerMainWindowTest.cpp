@@ -1,0 +1,109 @@
+#include "app/ViewerMainWindow.h"
+#include "app/ViewerOutlineLayer.h"
+
+#include "pipeline/VXPipeline.h"
+#include "views/VXAbstractViewWidget.h"
+#include "views/VXViewGridWidget.h"
+
+#include <QApplication>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QUrl>
+
+#include <gtest/gtest.h>
+
+namespace
+{
+const QString k_DataDir = QStringLiteral(ZR_TEST_DATA_DIR);
+
+class ViewerWindowTest : public ::testing::Test
+{
+protected:
+  void SetUp() override
+  {
+    m_Window = std::make_unique<ViewerMainWindow>();
+    m_Window->setInteractive(false);
+    m_Window->resize(900, 700);
+    m_Window->show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(m_Window.get()));
+  }
+  void TearDown() override
+  {
+    m_Window.reset();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  }
+
+  QString output() const { return m_Window->outputPane()->toPlainText(); }
+  VXAbstractViewWidget* activeView() const { return m_Window->grid()->activeView(); }
+
+  std::unique_ptr<ViewerMainWindow> m_Window;
+};
+} // namespace
+
+TEST_F(ViewerWindowTest, OpenedFileShowsAsOutlineInTheActiveView)
+{
+  ASSERT_EQ(m_Window->pipeline()->activeViewWidget(), activeView());
+  EXPECT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/unstructured.vtu")));
+  EXPECT_TRUE(output().contains(QStringLiteral("Opened 'unstructured.vtu'")));
+  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(activeView()), 1);
+  EXPECT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/tool_binary.stl")));
+  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(activeView()), 2);
+  EXPECT_EQ(m_Window->pipeline()->bridges().size(), 2);
+}
+
+TEST_F(ViewerWindowTest, UnreadableFileIsReportedAndTheWindowGoesOn)
+{
+  EXPECT_FALSE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/no_such_file.vtu")));
+  EXPECT_TRUE(output().contains(QStringLiteral("No data could be read from")));
+  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(activeView()), 0);
+  EXPECT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/poly.vtp")));
+}
+
+TEST_F(ViewerWindowTest, SplitViewGetsTheOutlinesAndBecomesThePipelinesViewWhenActive)
+{
+  ASSERT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/poly.vtp")));
+  VXAbstractViewWidget* first = activeView();
+  m_Window->grid()->addColumn(first);
+  ASSERT_EQ(m_Window->grid()->viewCount(), 2);
+  VXAbstractViewWidget* second = m_Window->grid()->allViews().at(1);
+  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(second), 1);
+  m_Window->grid()->markWidgetActive(second);
+  EXPECT_EQ(m_Window->pipeline()->activeViewWidget(), second);
+  // The next file goes to the active view only.
+  ASSERT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/vtk_ascii.stl")));
+  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(second), 2);
+  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(first), 1);
+}
+
+TEST_F(ViewerWindowTest, DroppedFilesAreImported)
+{
+  QMimeData mime;
+  mime.setUrls({QUrl::fromLocalFile(k_DataDir + QStringLiteral("/vtk/structured.vts")),
+                QUrl::fromLocalFile(k_DataDir + QStringLiteral("/images/gradient_100x50.png"))});
+  const QPoint centre = m_Window->rect().center();
+  QDragEnterEvent enter(centre, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(m_Window.get(), &enter);
+  EXPECT_TRUE(enter.isAccepted());
+  QDropEvent drop(centre, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(m_Window.get(), &drop);
+  EXPECT_TRUE(drop.isAccepted());
+  EXPECT_EQ(m_Window->pipeline()->bridges().size(), 2);
+  EXPECT_TRUE(output().contains(QStringLiteral("Opened 'structured.vts'")));
+  EXPECT_TRUE(output().contains(QStringLiteral("Opened 'gradient_100x50.png'")));
+
+  QMimeData text;
+  text.setText(QStringLiteral("not a file"));
+  QDragEnterEvent refused(centre, Qt::CopyAction, &text, Qt::LeftButton, Qt::NoModifier);
+  refused.setAccepted(false);
+  QApplication::sendEvent(m_Window.get(), &refused);
+  EXPECT_FALSE(refused.isAccepted());
+}
+
+TEST_F(ViewerWindowTest, PopupsOfAScriptedRunGoToTheOutputPane)
+{
+  Q_EMIT m_Window->pipeline()->sendPopupMessage(QStringLiteral("Load File Error"),
+                                                QStringLiteral("Broken file"));
+  EXPECT_TRUE(output().contains(QStringLiteral("Load File Error: Broken file")));
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}

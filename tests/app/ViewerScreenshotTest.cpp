@@ -1,0 +1,134 @@
+// Runs the viewer program itself, as a user's script would, and checks the frames it writes.
+#include <vtkImageData.h>
+#include <vtkImageDifference.h>
+#include <vtkNew.h>
+#include <vtkSmartPointer.h>
+
+#include <QDir>
+#include <QImage>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <cstring>
+
+namespace
+{
+const QString k_Viewer = QStringLiteral(ZR_TEST_BINARY_DIR "/bin/kestrix-viewer");
+const QString k_DataDir = QStringLiteral(ZR_TEST_DATA_DIR);
+const QString k_BaselineDir = QStringLiteral(ZR_APP_BASELINE_DIR);
+// Renderer noise stays far below this; a wrong camera, a missing outline or a black frame far above.
+constexpr double k_Tolerance = 10.0;
+
+struct ViewerRun
+{
+  int exitCode = -1;
+  QString errors;
+};
+
+ViewerRun runViewer(const QStringList& arguments)
+{
+  QProcess process;
+  process.start(k_Viewer, arguments);
+  ViewerRun run;
+  if (!process.waitForFinished(60000))
+  {
+    process.kill();
+    return run;
+  }
+  run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+  run.errors = QString::fromLocal8Bit(process.readAllStandardError());
+  return run;
+}
+
+vtkSmartPointer<vtkImageData> toVtkImage(const QImage& image)
+{
+  const QImage rgb = image.convertToFormat(QImage::Format_RGB888);
+  auto data = vtkSmartPointer<vtkImageData>::New();
+  data->SetDimensions(rgb.width(), rgb.height(), 1);
+  data->AllocateScalars(VTK_UNSIGNED_CHAR, 3);
+  auto* out = static_cast<unsigned char*>(data->GetScalarPointer());
+  for (int row = 0; row < rgb.height(); ++row)
+  {
+    std::memcpy(out + static_cast<std::size_t>(row) * rgb.width() * 3, rgb.constScanLine(row),
+                static_cast<std::size_t>(rgb.width()) * 3);
+  }
+  return data;
+}
+
+// With ZR_REGENERATE_BASELINES=1 the frame becomes the new baseline.
+::testing::AssertionResult matchesBaseline(const QImage& image, const QString& name)
+{
+  const QString path = QDir(k_BaselineDir).filePath(name + QStringLiteral(".png"));
+  const char* regenerate = std::getenv("ZR_REGENERATE_BASELINES");
+  if (regenerate != nullptr && std::strcmp(regenerate, "1") == 0)
+  {
+    return image.convertToFormat(QImage::Format_RGB888).save(path)
+               ? ::testing::AssertionSuccess()
+               : ::testing::AssertionFailure() << "cannot write";
+  }
+  const QImage expected(path);
+  if (expected.isNull() || expected.size() != image.size())
+  {
+    return ::testing::AssertionFailure() << "no baseline of that size at " << path.toStdString();
+  }
+  vtkNew<vtkImageDifference> difference;
+  difference->SetInputData(toVtkImage(image));
+  difference->SetImageData(toVtkImage(expected));
+  difference->Update();
+  const double error = difference->GetThresholdedError();
+  if (error > k_Tolerance)
+  {
+    image.save(QStringLiteral(ZR_TEST_BINARY_DIR "/") + name + QStringLiteral("-actual.png"));
+    return ::testing::AssertionFailure() << name.toStdString() << ": image error " << error;
+  }
+  return ::testing::AssertionSuccess();
+}
+} // namespace
+
+TEST(ViewerScreenshot, FramesOfTheOutlinesMatchTheirBaselines)
+{
+  QTemporaryDir dir;
+  const QString shot = dir.filePath(QStringLiteral("outlines.png"));
+  const ViewerRun run =
+      runViewer({k_DataDir + QStringLiteral("/vtk/unstructured.vtu"),
+                 k_DataDir + QStringLiteral("/vtk/tool_binary.stl"), QStringLiteral("--screenshot"), shot,
+                 QStringLiteral("--size"), QStringLiteral("640x480")});
+  ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+  const QImage image(shot);
+  ASSERT_EQ(image.size(), QSize(640, 480));
+  EXPECT_TRUE(matchesBaseline(image, QStringLiteral("outlines_640x480")));
+
+  // Default size, one file.
+  const QString single = dir.filePath(QStringLiteral("single.png"));
+  const ViewerRun second =
+      runViewer({k_DataDir + QStringLiteral("/vtk/image.vti"), QStringLiteral("--screenshot"), single});
+  ASSERT_EQ(second.exitCode, 0) << second.errors.toStdString();
+  EXPECT_EQ(QImage(single).size(), QSize(800, 600));
+  EXPECT_TRUE(matchesBaseline(QImage(single), QStringLiteral("image_outline_800x600")));
+}
+
+TEST(ViewerScreenshot, BadInputGivesAMessageAndAnErrorCode)
+{
+  QTemporaryDir dir;
+  const QString shot = dir.filePath(QStringLiteral("missing.png"));
+  const ViewerRun missing =
+      runViewer({k_DataDir + QStringLiteral("/vtk/no_such_file.vtu"), QStringLiteral("--screenshot"), shot,
+                 QStringLiteral("--size"), QStringLiteral("320x240")});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_TRUE(missing.errors.contains(QStringLiteral("no_such_file.vtu"))) << missing.errors.toStdString();
+  EXPECT_EQ(QImage(shot).size(), QSize(320, 240)); // the empty scene is still written
+
+  const ViewerRun badSize =
+      runViewer({QStringLiteral("--screenshot"), shot, QStringLiteral("--size"), QStringLiteral("big")});
+  EXPECT_EQ(badSize.exitCode, 2);
+  EXPECT_TRUE(badSize.errors.contains(QStringLiteral("WIDTHxHEIGHT")));
+
+  const ViewerRun unwritable =
+      runViewer({k_DataDir + QStringLiteral("/vtk/poly.vtp"), QStringLiteral("--screenshot"),
+                 QStringLiteral("/no/such/dir/shot.png")});
+  EXPECT_EQ(unwritable.exitCode, 1);
+  EXPECT_TRUE(unwritable.errors.contains(QStringLiteral("could not write")));
+}
