@@ -1,0 +1,251 @@
+#include "app/ViewerCommandLine.h"
+
+#include "app/ViewerTreePrinter.h"
+
+#include "data_bridge/ZRVtkDatasetWriters.h"
+#include "data_bridge/zr_contract/KestrixIO.h"
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXDataSource.h"
+#include "pipeline/VXPipeline.h"
+
+#include <vtkAppendFilter.h>
+#include <vtkDataSet.h>
+#include <vtkDataSetSurfaceFilter.h>
+#include <vtkPolyData.h>
+#include <vtkSmartPointer.h>
+#include <vtkUnstructuredGrid.h>
+
+#include <QFileInfo>
+#include <QTextStream>
+
+namespace
+{
+const QString k_List = QStringLiteral("--list");
+const QString k_Convert = QStringLiteral("--convert");
+const QString k_Geometry = QStringLiteral("--geometry");
+
+QTextStream& errorStream()
+{
+  static QTextStream s_Err(stderr);
+  return s_Err;
+}
+
+void printUsage()
+{
+  errorStream() << "Usage: kestrix-viewer --list FILE...\n"
+                   "       kestrix-viewer --convert IN OUT [--geometry NAME]\n";
+  errorStream().flush();
+}
+
+void fail(const QString& file, const QString& why)
+{
+  errorStream() << "kestrix-viewer: cannot read '" << file << "': " << why << '\n';
+  errorStream().flush();
+}
+
+// A pipeline whose messages go to standard error; imports report per array while they load.
+void routeMessages(VXPipeline& pipeline)
+{
+  QObject::connect(&pipeline, &VXPipeline::sendOutputMessage,
+                   [](const QString& message)
+                   {
+                     errorStream() << message << '\n';
+                     errorStream().flush();
+                   });
+  QObject::connect(&pipeline, &VXPipeline::sendPopupMessage,
+                   [](const QString& title, const QString& message)
+                   {
+                     errorStream() << title << ": " << message << '\n';
+                     errorStream().flush();
+                   });
+}
+
+// Why a file gave no data, in words a user can act on.
+QString explainEmptyImport(const QString& path)
+{
+  const QFileInfo info(path);
+  if (!info.exists())
+  {
+    return QStringLiteral("no such file");
+  }
+  if (!info.isReadable())
+  {
+    return QStringLiteral("permission denied");
+  }
+  if (info.suffix().toLower() == QStringLiteral("kestrix"))
+  {
+    auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false);
+    if (!result.valid() && !result.errors().empty())
+    {
+      return QString::fromStdString(result.errors().front().message);
+    }
+    return QStringLiteral("the file holds no geometry");
+  }
+  return QStringLiteral("the file holds no readable dataset");
+}
+
+bool hasData(const VXBridgeObject& bridge)
+{
+  for (VXDataSource* dataSource : bridge.dataSources())
+  {
+    if (dataSource->getOutput() != nullptr)
+    {
+      return true;
+    }
+  }
+  return false;
+}
+
+// The dataset in the form the writer of an extension takes: any dataset becomes an unstructured grid
+// for .vtu and its outer surface for .vtp.
+vtkSmartPointer<vtkDataSet> adaptForExtension(vtkDataSet* dataSet, const QString& extension)
+{
+  if (extension == QStringLiteral("vtu") && vtkUnstructuredGrid::SafeDownCast(dataSet) == nullptr)
+  {
+    vtkNew<vtkAppendFilter> append;
+    append->AddInputData(dataSet);
+    append->Update();
+    return append->GetOutput();
+  }
+  if (extension == QStringLiteral("vtp") && vtkPolyData::SafeDownCast(dataSet) == nullptr)
+  {
+    vtkNew<vtkDataSetSurfaceFilter> surface;
+    surface->SetInputData(dataSet);
+    surface->Update();
+    return surface->GetOutput();
+  }
+  return dataSet;
+}
+
+bool writeByExtension(const QString& path, vtkDataSet* dataSet, QString* errorMessage)
+{
+  using namespace ZRVtk::utils;
+  const QString extension = QFileInfo(path).suffix().toLower();
+  vtkSmartPointer<vtkDataSet> adapted = adaptForExtension(dataSet, extension);
+  if (extension == QStringLiteral("vti"))
+  {
+    return WriteImageData(path, adapted, errorMessage);
+  }
+  if (extension == QStringLiteral("vtr"))
+  {
+    return WriteRectilinearGrid(path, adapted, errorMessage);
+  }
+  if (extension == QStringLiteral("vts"))
+  {
+    return WriteStructuredGrid(path, adapted, errorMessage);
+  }
+  if (extension == QStringLiteral("vtu"))
+  {
+    return WriteUnstructuredGrid(path, adapted, errorMessage);
+  }
+  if (extension == QStringLiteral("vtp"))
+  {
+    return WritePolyData(path, adapted, errorMessage);
+  }
+  if (extension == QStringLiteral("vtk"))
+  {
+    return WriteVtkData(path, adapted, errorMessage);
+  }
+  *errorMessage = QStringLiteral("no writer for files ending in '.%1' (use vti, vtr, vts, vtu, vtp or vtk)")
+                      .arg(extension);
+  return false;
+}
+} // namespace
+
+bool ViewerCommandLine::handles(const QStringList& arguments)
+{
+  return !arguments.isEmpty() && (arguments.front() == k_List || arguments.front() == k_Convert);
+}
+
+int ViewerCommandLine::run(const QStringList& arguments)
+{
+  if (arguments.size() >= 2 && arguments.front() == k_List)
+  {
+    return list(arguments.mid(1));
+  }
+  if (arguments.size() >= 3 && arguments.front() == k_Convert)
+  {
+    return convert(arguments.mid(1));
+  }
+  printUsage();
+  return 2;
+}
+
+int ViewerCommandLine::list(const QStringList& files)
+{
+  QTextStream out(stdout);
+  VXPipeline pipeline;
+  routeMessages(pipeline);
+  ViewerTreePrinter printer(out);
+  int failures = 0;
+  for (const QString& file : files)
+  {
+    VXBridgeObject* bridge = pipeline.importFile(file);
+    if (!hasData(*bridge))
+    {
+      fail(file, explainEmptyImport(file));
+      ++failures;
+      continue;
+    }
+    printer.print(*bridge);
+  }
+  return failures == 0 ? 0 : 1;
+}
+
+int ViewerCommandLine::convert(const QStringList& arguments)
+{
+  const QString input = arguments.at(0);
+  const QString output = arguments.at(1);
+  QString geometryName;
+  if (arguments.size() >= 4 && arguments.at(2) == k_Geometry)
+  {
+    geometryName = arguments.at(3);
+  }
+  else if (arguments.size() != 2)
+  {
+    printUsage();
+    return 2;
+  }
+
+  VXPipeline pipeline;
+  routeMessages(pipeline);
+  VXBridgeObject* bridge = pipeline.importFile(input);
+  if (!hasData(*bridge))
+  {
+    fail(input, explainEmptyImport(input));
+    return 1;
+  }
+  VXDataSource* chosen = nullptr;
+  QStringList names;
+  for (VXDataSource* dataSource : bridge->dataSources())
+  {
+    names << dataSource->name();
+    if (dataSource->getOutput() != nullptr && (geometryName.isEmpty() || dataSource->name() == geometryName))
+    {
+      chosen = chosen == nullptr ? dataSource : chosen;
+    }
+  }
+  if (geometryName.isEmpty() && bridge->dataSources().size() > 1)
+  {
+    errorStream() << "kestrix-viewer: '" << input
+                  << "' holds several geometries; choose one with --geometry NAME: "
+                  << names.join(QStringLiteral(", ")) << '\n';
+    errorStream().flush();
+    return 2;
+  }
+  if (chosen == nullptr)
+  {
+    errorStream() << "kestrix-viewer: '" << input << "' has no geometry named '" << geometryName
+                  << "'; it has: " << names.join(QStringLiteral(", ")) << '\n';
+    errorStream().flush();
+    return 2;
+  }
+  QString errorMessage;
+  if (!writeByExtension(output, chosen->getOutput(), &errorMessage))
+  {
+    errorStream() << "kestrix-viewer: cannot write '" << output << "': " << errorMessage << '\n';
+    errorStream().flush();
+    return 1;
+  }
+  return 0;
+}
