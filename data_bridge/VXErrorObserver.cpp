@@ -8,7 +8,7 @@ vtkStandardNewMacro(VXErrorObserver);
 
 void VXErrorObserver::Execute(vtkObject* /*caller*/, unsigned long eventId, void* callData)
 {
-  if (eventId == vtkCommand::ErrorEvent)
+  if (eventId == vtkCommand::ErrorEvent || eventId == vtkCommand::WarningEvent)
   {
     addMessage(static_cast<const char*>(callData));
   }
