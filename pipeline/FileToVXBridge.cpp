@@ -46,9 +46,10 @@ vtkSmartPointer<vtkDataSet> readDataSet(const QString& path, const QString& suff
   return nullptr;
 }
 
-std::shared_ptr<zr::core::DataStructure> readKestrix(const QString& path)
+std::shared_ptr<zr::core::DataStructure> readKestrix(const QString& path,
+                                                     const zr::core::KESTRIX::ProgressCallback& progress)
 {
-  auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false);
+  auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false, progress);
   if (!result.valid())
   {
     return nullptr;
@@ -96,6 +97,11 @@ QStringList FileToVXBridge::watchedFiles() const
   return m_Watcher != nullptr ? m_Watcher->files() : QStringList();
 }
 
+zr::core::KESTRIX::ProgressCallback FileToVXBridge::progressCallback()
+{
+  return [this](const std::string& message) { Q_EMIT importProgress(QString::fromStdString(message)); };
+}
+
 void FileToVXBridge::setAutoReloadLost(bool lost)
 {
   m_AutoReloadLost = lost;
@@ -118,7 +124,7 @@ void FileToVXBridge::import(const QString& path)
   if (suffix == ZRVtkLib::io::KESTRIX_EXT)
   {
     // An unreadable file leaves the item in the tree without sources.
-    if (auto dataStructure = readKestrix(path))
+    if (auto dataStructure = readKestrix(path, progressCallback()))
     {
       importDataStructure(dataStructure);
     }
@@ -181,7 +187,7 @@ void FileToVXBridge::reload()
           .arg(m_FilePath);
   if (suffix == ZRVtkLib::io::KESTRIX_EXT)
   {
-    auto dataStructure = readKestrix(m_FilePath);
+    auto dataStructure = readKestrix(m_FilePath, progressCallback());
     if (dataStructure == nullptr)
     {
       Q_EMIT sendPopupMessage(QStringLiteral("Reload File Error"), readError);

@@ -5,6 +5,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+#include <string>
+
 class QFileSystemWatcher;
 
 /**
@@ -40,6 +43,8 @@ public Q_SLOTS:
 Q_SIGNALS:
   void autoReloadFlagChanged(FileToVXBridge* bridge, bool flagged);
   void sendFileMovedMessage(QString msg);
+  // One line per step of a long read (for example per array of a .kestrix file).
+  void importProgress(QString message);
 
 protected:
   // Questions to the user; tests and hosts without a user answer them differently.
@@ -48,6 +53,7 @@ protected:
 
 private:
   void setAutoReloadLost(bool lost);
+  std::function<void(const std::string&)> progressCallback();
   bool relocate(const QString& text, const QString& caption);
 
   QString m_FilePath;

@@ -50,6 +50,7 @@ VXBridgeObject* VXPipeline::importFile(QString fileName)
   auto* bridge = new FileToVXBridge(this);
   Q_EMIT pipelineBridgeAdded(bridge);
   connect(bridge, &FileToVXBridge::sendFileMovedMessage, this, &VXPipeline::sendOutputMessage);
+  connect(bridge, &FileToVXBridge::importProgress, this, &VXPipeline::importProgress);
   connectVXBridgeObject(bridge);
   bridge->import(fileName);
   bridge->setNameSuffix(VXPipelineModel::GetNameSuffixCounter(m_Bridges, bridge->baseName()));
@@ -101,6 +102,7 @@ void VXPipeline::addVXBridgeObject(VXBridgeObject* bridge)
   if (auto* fileBridge = qobject_cast<FileToVXBridge*>(bridge))
   {
     connect(fileBridge, &FileToVXBridge::sendFileMovedMessage, this, &VXPipeline::sendOutputMessage);
+    connect(fileBridge, &FileToVXBridge::importProgress, this, &VXPipeline::importProgress);
   }
   connectVXBridgeObject(bridge);
   bridge->setNameSuffix(VXPipelineModel::GetNameSuffixCounter(m_Bridges, bridge->baseName()));

@@ -102,6 +102,8 @@ Q_SIGNALS:
   void activeViewChanged(VXAbstractViewWidget* previousActiveView, VXAbstractViewWidget* currentActiveView);
   void representationViewInstanceAdded();
   void linkingDataViews(bool isLinking);
+  // Progress of a long file import, one line per step; the host shows it while the import runs.
+  void importProgress(QString message);
 
 private:
   void adoptBridge(VXBridgeObject* bridge);

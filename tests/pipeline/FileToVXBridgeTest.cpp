@@ -271,3 +271,18 @@ TEST(ZRToVXBridge, StateReadAlwaysSendsItsErrorText)
   bridge.read(nlohmann::json::array());
   EXPECT_EQ(messages.m_Output.size(), 2);
 }
+
+TEST(FileToVXBridge, LongReadsReportEachArray)
+{
+  QTemporaryDir dir;
+  const QString path = dir.filePath("run.kestrix");
+  auto ds = ZRTest::MakeAllKinds();
+  ASSERT_TRUE(zr::core::KESTRIX::WriteDataStructureToFile(path.toStdString(), *ds).valid());
+  VXPipeline pipeline;
+  QStringList progress;
+  QObject::connect(&pipeline, &VXPipeline::importProgress, [&](const QString& line) { progress << line; });
+  pipeline.importFile(path);
+  EXPECT_TRUE(progress.contains(QStringLiteral("Reading 'Scan/Grains/Cell Data/FeatureIds'")))
+      << progress.join('\n').toStdString();
+  EXPECT_TRUE(progress.contains(QStringLiteral("Reading 'Scan/Surface/Face Data/FaceLabels'")));
+}
