@@ -144,8 +144,19 @@ QString ZRStyle::buildStyleSheet() const
 
 QString ZRStyle::themeIconPath(const QString& name)
 {
-  const QString path = QStringLiteral(":/ZRStyle/icons/%1/%2.svg").arg(Instance()->m_IconTheme, name);
+  return themeIconPath(name, Instance()->m_IconTheme);
+}
+
+QString ZRStyle::themeIconPath(const QString& name, const QString& iconTheme)
+{
+  const QString path = QStringLiteral(":/ZRStyle/icons/%1/%2.svg").arg(iconTheme, name);
   return QFile::exists(path) ? path : QString();
+}
+
+QIcon ZRStyle::generateThemeIconFromName(const QString& name, const QString& iconTheme)
+{
+  const QString path = themeIconPath(name, iconTheme);
+  return path.isEmpty() ? QIcon() : QIcon(path);
 }
 
 QIcon ZRStyle::generateThemeIconFromName(const QString& name)

@@ -44,8 +44,14 @@ public:
   static QIcon generateThemeIconFromName(const QString& name);
   /** @brief Like generateThemeIconFromName, with the "<name>-off" icon, if any, as the unchecked state. */
   static QIcon generateCheckableThemeIconFromName(const QString& name);
+  /**
+   * @brief The icon of that name from a given icon set (k_LightTheme has dark glyphs, k_DarkTheme
+   * light ones), for controls that sit on a background of their own, such as a render window.
+   */
+  static QIcon generateThemeIconFromName(const QString& name, const QString& iconTheme);
   /** @brief Resource path of a themed icon, empty when the theme has none of that name. */
   static QString themeIconPath(const QString& name);
+  static QString themeIconPath(const QString& name, const QString& iconTheme);
 
   /** @brief Pixel size of a control for a size level (0 is the smallest). */
   static int getItemSize(int level);

@@ -111,6 +111,10 @@ TEST_F(StyleTest, ThemeChangeSwitchesIconSetAndColoursAndIsAnnounced)
   EXPECT_EQ(qobject_cast<QApplication*>(QCoreApplication::instance())->styleSheet(),
             ZRStyle::Instance()->styleSheet());
   EXPECT_TRUE(ZRStyle::getVisSettingsWidgetColors().contains(QStringLiteral("BreadcrumbTextVisible")));
+  // An icon set asked for by name does not follow the theme.
+  EXPECT_EQ(ZRStyle::themeIconPath(QStringLiteral("Close"), ZRStyle::k_LightTheme), lightPath);
+  EXPECT_FALSE(ZRStyle::generateThemeIconFromName(QStringLiteral("Close"), ZRStyle::k_LightTheme).isNull());
+  EXPECT_TRUE(ZRStyle::generateThemeIconFromName(QStringLiteral("Close"), QStringLiteral("sepia")).isNull());
 }
 
 TEST_F(StyleTest, UnknownOrBrokenThemeKeepsTheCurrentOne)
