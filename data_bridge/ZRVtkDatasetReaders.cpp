@@ -256,6 +256,11 @@ vtkSmartPointer<vtkDataSet> ReadImage(const QString& path, bool pointToCell, QSt
       image = ReadImageFile<vtkBMPReader>(path, errorMessage);
     }
   }
+  else if (errorMessage != nullptr)
+  {
+    *errorMessage =
+        QStringLiteral("The file '%1' is no JPEG, PNG, TIFF or BMP image (%2).").arg(path, mimeType.name());
+  }
   if (image == nullptr)
   {
     return nullptr;

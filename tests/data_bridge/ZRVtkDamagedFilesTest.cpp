@@ -95,11 +95,18 @@ INSTANTIATE_TEST_SUITE_P(EveryFormat, ZRVtkDamagedFile,
                                            DamagedCase{"vtk/poly.vtp", false, 0.1, 40},
                                            DamagedCase{"vtk/parallel_image.pvti", false, 0.1, 40},
                                            DamagedCase{"vtk/parallel_unstructured.pvtu", false, 0.1, 40},
+                                           DamagedCase{"vtk/parallel_rectilinear.pvtr", false, 0.1, 40},
+                                           DamagedCase{"vtk/parallel_structured.pvts", false, 0.1, 40},
+                                           DamagedCase{"vtk/parallel_poly.pvtp", false, 0.1, 40},
+                                           DamagedCase{"vtk/legacy_image.vtk", false, 0.0, 30},
                                            DamagedCase{"vtk/legacy_ascii.vtk", false, 0.0, 30},
                                            DamagedCase{"vtk/legacy_binary.vtk", false, 0.0, 30},
                                            DamagedCase{"vtk/xml_named.vtk", false, 0.1, 40},
                                            DamagedCase{"vtk/tool_ascii.stl", false, 0.3, 20},
                                            DamagedCase{"vtk/tool_binary.stl", false, 0.29, 4},
+                                           DamagedCase{"vtk/vtk_ascii.stl", false, 0.3, 20},
+                                           // The triangle count, at byte 80.
+                                           DamagedCase{"vtk/vtk_binary.stl", false, 0.0905, 4},
                                            DamagedCase{"images/gradient_100x50.png", true, 0.5, 20},
                                            DamagedCase{"images/gradient_100x50.jpg", true, 0.3, 200},
                                            DamagedCase{"images/gradient_100x50.tif", true, 0.0, 8},
@@ -113,6 +120,31 @@ INSTANTIATE_TEST_SUITE_P(EveryFormat, ZRVtkDamagedFile,
                            }
                            return name;
                          });
+
+TEST(ZRVtkDamagedParallelFile, TruncatedPieceGivesMessage)
+{
+  QTemporaryDir dir;
+  const QString summary = dir.filePath("parallel_unstructured.pvtu");
+  ASSERT_TRUE(QFile::copy(Fixture("vtk/parallel_unstructured.pvtu"), summary));
+  ASSERT_TRUE(DataBridgeTestFiles::WriteTruncatedCopy(Fixture("vtk/parallel_unstructured_0.vtu"),
+                                                      dir.filePath("parallel_unstructured_0.vtu"), 0.6));
+  QString message;
+  EXPECT_EQ(utils::Read(summary, &message), nullptr);
+  EXPECT_FALSE(message.isEmpty());
+}
+
+TEST(ZRVtkDamagedImageFile, ImageOfAnotherKindGivesMessage)
+{
+  QTemporaryDir dir;
+  // A GIF: an image, but none of the kinds read here.
+  const QString gif = dir.filePath("picture.png");
+  ASSERT_TRUE(DataBridgeTestFiles::WriteContents(
+      gif, QByteArray::fromHex(
+               "47494638396101000100800000000000ffffff21f90401000000002c00000000010001000002024401003b")));
+  QString message;
+  EXPECT_EQ(utils::ReadImage(gif, true, &message), nullptr);
+  EXPECT_TRUE(message.contains("picture.png")) << message.toStdString();
+}
 
 TEST(ZRVtkDamagedParallelFile, MissingPieceGivesMessage)
 {
