@@ -255,10 +255,7 @@ bool VXPipeline::addRepresentation(VXCoreObject* parent, VXRepresentation::Type 
   VXRepresentation* representation = VXRepresentation::Create(type, this);
   if (representation == nullptr)
   {
-    Q_EMIT sendOutputMessage(
-        QStringLiteral("No data view of type %1 is available in this build.")
-            .arg(VXRepresentation::k_RepresentationTypeToString.value(type, QString::number(type))));
-    return false;
+    return false; // no data view class of this type is part of the build
   }
   addRepresentation(parent, representation);
   return true;

@@ -50,7 +50,8 @@ zr::core::ColorTableUtilities::ColorPreset ZRPreferences::builtInColorPreset()
   zr::core::ColorTableUtilities::ColorPreset preset;
   preset.m_Name = "Cool to Warm";
   preset.m_ColorSpace = "Diverging";
-  preset.m_RGBPoints = {0.0f, 0.231f, 0.298f, 0.753f, 0.5f, 0.865f, 0.865f, 0.865f, 1.0f, 0.706f, 0.016f, 0.149f};
+  preset.m_RGBPoints = {0.0f,   0.231f, 0.298f, 0.753f, 0.5f,   0.865f,
+                        0.865f, 0.865f, 1.0f,   0.706f, 0.016f, 0.149f};
   preset.m_NanColor = {1.0f, 1.0f, 0.0f};
   preset.m_DefaultMap = true;
   return preset;
