@@ -100,7 +100,7 @@ bool IsCompleteStl(const QString& path, QString* errorMessage)
     return true; // the reader names the problem
   }
   const QByteArray head = file.read(84);
-  if (head.startsWith("solid"))
+  if (head.trimmed().startsWith("solid"))
   {
     const qint64 expected =
         head.size() == 84 ? 84 + 50 * qint64(qFromLittleEndian<quint32>(head.constData() + 80)) : -1;
