@@ -9,6 +9,7 @@
 #include "views/VXViewGridWidget.h"
 #include "views/VXVisualizationWidget.h"
 
+#include <QCoreApplication>
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -18,6 +19,7 @@
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QStatusBar>
 #include <QUrl>
 
 ViewerMainWindow::ViewerMainWindow(QWidget* parent)
@@ -46,6 +48,7 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
 
   connect(m_Pipeline, &VXPipeline::sendOutputMessage, this, &ViewerMainWindow::appendOutput);
   connect(m_Pipeline, &VXPipeline::sendPopupMessage, this, &ViewerMainWindow::showPopup);
+  connect(m_Pipeline, &VXPipeline::importProgress, this, &ViewerMainWindow::showProgress);
   connect(m_Pipeline, &VXPipeline::dataSourceAdded, m_OutlineLayer, &ViewerOutlineLayer::addDataSource);
   connect(m_Grid, &VXViewGridWidget::activeViewChanged, m_Pipeline, &VXPipeline::setActiveViewWidget);
   connect(m_Grid, &VXViewGridWidget::viewCreated, this, &ViewerMainWindow::connectView);
@@ -129,6 +132,13 @@ void ViewerMainWindow::appendOutput(const QString& message)
   Q_EMIT outputAppended(message);
 }
 
+void ViewerMainWindow::showProgress(const QString& message)
+{
+  // The import blocks the event loop: repaint the status line now, without taking user input.
+  statusBar()->showMessage(message);
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void ViewerMainWindow::showPopup(const QString& title, const QString& message)
 {
   appendOutput(QStringLiteral("%1: %2").arg(title, message));
@@ -141,6 +151,7 @@ void ViewerMainWindow::showPopup(const QString& title, const QString& message)
 bool ViewerMainWindow::openFile(const QString& path)
 {
   VXBridgeObject* bridge = m_Pipeline->importFile(path);
+  statusBar()->clearMessage();
   int withData = 0;
   for (VXDataSource* dataSource : bridge != nullptr ? bridge->dataSources() : QList<VXDataSource*>())
   {

@@ -39,6 +39,8 @@ public:
 public Q_SLOTS:
   void appendOutput(const QString& message);
   void showPopup(const QString& title, const QString& message);
+  /** @brief Shows one step of a long import in the status line while the import runs. */
+  void showProgress(const QString& message);
   void openFileDialog();
 
 Q_SIGNALS:
