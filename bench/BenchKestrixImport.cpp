@@ -57,6 +57,8 @@ std::filesystem::path PrepareFile()
 struct PlainReadState
 {
   double bytes = 0.0;
+  // Kept until the pass ends, as an import keeps every array it read.
+  std::vector<std::unique_ptr<char[]>> buffers;
 };
 
 // Reads every numeric dataset whole into a fresh buffer, as an import has to.
@@ -77,7 +79,9 @@ herr_t ReadDataset(hid_t group, const char* name, const H5O_info_t* info, void* 
     const hid_t memoryType = H5Tget_native_type(type, H5T_DIR_DEFAULT);
     H5Dread(dataset, memoryType, H5S_ALL, H5S_ALL, H5P_DEFAULT, buffer.get());
     benchmark::DoNotOptimize(buffer.get());
-    static_cast<PlainReadState*>(data)->bytes += static_cast<double>(bytes);
+    auto* read = static_cast<PlainReadState*>(data);
+    read->bytes += static_cast<double>(bytes);
+    read->buffers.push_back(std::move(buffer));
     H5Tclose(memoryType);
     H5Sclose(space);
   }
@@ -135,7 +139,8 @@ void BM_KestrixPreflight(benchmark::State& state)
   }
 }
 
-// The plain read runs first so that both see a warm page cache and the byte count is known.
+// The first plain read warms the page cache and counts the bytes; the ratios use the second one, which
+// runs under the same conditions as the import.
 BENCHMARK(BM_PlainHdf5Read)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 BENCHMARK(BM_KestrixImport)->Unit(benchmark::kMillisecond)->UseRealTime()->Iterations(3);
 BENCHMARK(BM_PlainHdf5Read)
@@ -155,7 +160,7 @@ int main(int argc, char** argv)
   std::printf("File: %s (%.1f MB)\n", s_File.c_str(),
               static_cast<double>(std::filesystem::file_size(s_File)) / 1e6);
   ZRBenchRatioReporter reporter(
-      {{"BM_KestrixImport/iterations:3/real_time", "BM_PlainHdf5Read/iterations:3/real_time"},
+      {{"BM_KestrixImport/iterations:3/real_time", "BM_PlainHdf5Read/again/iterations:3/real_time"},
        {"BM_KestrixImportOutOfCore/iterations:3/real_time", "BM_PlainHdf5Read/iterations:3/real_time"},
        {"BM_KestrixPreflight/iterations:3/real_time", "BM_PlainHdf5Read/iterations:3/real_time"}});
   benchmark::RunSpecifiedBenchmarks(&reporter);
