@@ -45,6 +45,7 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
   resizeDocks({dock}, {140}, Qt::Vertical);
 
   m_OutlineLayer = new ViewerOutlineLayer(m_Grid, this);
+  statusBar()->setObjectName(QStringLiteral("statusBar")); // made now so the layout does not jump later
 
   connect(m_Pipeline, &VXPipeline::sendOutputMessage, this, &ViewerMainWindow::appendOutput);
   connect(m_Pipeline, &VXPipeline::sendPopupMessage, this, &ViewerMainWindow::showPopup);
