@@ -39,6 +39,10 @@ DataStructure& DataStructure::operator=(DataStructure&& other) noexcept
 {
   if (this != &other)
   {
+    for (auto& [id, object] : m_Objects)
+    {
+      object->m_DataStructure = nullptr;
+    }
     m_NextId = other.m_NextId;
     m_Objects = std::move(other.m_Objects);
     m_RootGroup = std::move(other.m_RootGroup);
@@ -275,6 +279,12 @@ bool DataStructure::insert(const std::shared_ptr<DataObject>& object, std::optio
 {
   if (object == nullptr || object->m_DataStructure != this || object->getName().empty())
   {
+    return false;
+  }
+  auto existing = m_Objects.find(object->m_Id);
+  if (existing != m_Objects.end() && existing->second == object)
+  {
+    // Already here: a second parent goes through addAdditionalParent.
     return false;
   }
   const IdType newId = id.value_or(m_NextId);

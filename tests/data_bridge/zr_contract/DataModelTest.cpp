@@ -165,6 +165,23 @@ TEST(DataStructureTest, MovedStructureRepointsItsObjects)
   EXPECT_EQ(moved.getData(DataPath({"Group"})), group);
 }
 
+TEST(DataStructureTest, AssignmentReplacesContentsAndReleasesOldObjects)
+{
+  DataStructure target;
+  auto* old = DataGroup::Create(target, "Old");
+  std::shared_ptr<DataObject> kept = target.getSharedData(old->getId());
+  DataStructure source;
+  DataGroup::Create(source, "New");
+  target = source;
+  EXPECT_EQ(kept->getDataStructure(), nullptr);
+  EXPECT_EQ(target.getData(DataPath({"Old"})), nullptr);
+  ASSERT_NE(target.getData(DataPath({"New"})), nullptr);
+  EXPECT_EQ(target.getData(DataPath({"New"}))->getDataStructure(), &target);
+  EXPECT_NE(target.getData(DataPath({"New"})), source.getData(DataPath({"New"})));
+  // The same object cannot be inserted twice.
+  EXPECT_FALSE(target.insert(target.getSharedData(DataPath({"New"})), std::nullopt));
+}
+
 TEST(DataStructureTest, ResetIdsRenumbersReferencesToo)
 {
   DataStructure dataStructure;
