@@ -342,6 +342,16 @@ bool TransferFlat(hid_t dataset, hid_t memoryType, std::uint64_t start, std::uin
   }
   hsize_t offset = start;
   hsize_t extent = count;
+  hsize_t total = 0;
+  if (H5Sget_simple_extent_dims(fileSpace.get(), &total, nullptr) == 1 && start == 0 && count == total)
+  {
+    // Whole dataset: no selection, so HDF5 can move the bytes straight into the caller's buffer.
+    if (readBuffer != nullptr)
+    {
+      return H5Dread(dataset, memoryType, H5S_ALL, H5S_ALL, H5P_DEFAULT, readBuffer) >= 0;
+    }
+    return H5Dwrite(dataset, memoryType, H5S_ALL, H5S_ALL, H5P_DEFAULT, writeBuffer) >= 0;
+  }
   if (H5Sselect_hyperslab(fileSpace.get(), H5S_SELECT_SET, &offset, nullptr, &extent, nullptr) < 0)
   {
     return false;
