@@ -1,0 +1,63 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+
+#include <array>
+
+class VXAbstractViewWidget;
+class VXRepresentation;
+class vtkAlgorithmOutput;
+
+/**
+ * The part of a data view that lives in one render window: its settings there, and (in the concrete
+ * views) its mappers and actors. Its Qt parent is the data view; a split window gets a copy.
+ */
+class VXRepresentationPimpl : public QObject
+{
+  Q_OBJECT
+
+public:
+  VXRepresentationPimpl(VXRepresentation* owner, VXAbstractViewWidget* view);
+  ~VXRepresentationPimpl() override;
+
+  virtual void initialize(vtkAlgorithmOutput* inputPort) = 0;
+  virtual bool finalize() = 0;
+  virtual void write(nlohmann::json& json) const;
+  // Each key is read only when present; a key of the wrong type raises the JSON library's error.
+  virtual void read(const nlohmann::json& json);
+  virtual vtkAlgorithmOutput* inputPort() const = 0;
+  virtual vtkAlgorithmOutput* outputPort() const = 0;
+  virtual bool isVisible() const { return m_ModuleVisible; }
+  virtual void setVisibility(bool visible) { m_ModuleVisible = visible; }
+  // The owner's path, then "Split View " and the window's split id.
+  virtual QString pathName() const;
+
+  VXRepresentation* owner() const { return m_Owner; }
+  VXAbstractViewWidget* view() const;
+  int splitId() const { return m_SplitId; }
+  bool isLinked() const { return m_Linked; }
+  void setLinked(bool linked) { m_Linked = linked; }
+  bool detachColorSettings() const { return m_DetachColorSettings; }
+  bool isDataGridVisible() const { return m_DataGridVisible; }
+  std::array<double, 3> gridSpacing() const { return m_GridSpacing; }
+  bool showGridLines() const { return m_ShowGridLines; }
+  bool linkPhysicalUnits() const { return m_LinkPhysicalUnits; }
+  bool useDecimationOnInteraction() const { return m_UseDecimationOnInteraction; }
+
+protected:
+  bool m_DetachColorSettings = true;
+  bool m_DataGridVisible = false;
+  bool m_ModuleVisible = true;
+  QPointer<VXAbstractViewWidget> m_View;
+  int m_SplitId = 1;
+  bool m_Linked = false;
+  std::array<double, 3> m_GridSpacing = {0.0, 0.0, 0.0};
+  bool m_ShowGridLines = false;
+  bool m_LinkPhysicalUnits = false;
+  bool m_UseDecimationOnInteraction = false;
+  VXRepresentation* m_Owner = nullptr;
+};
