@@ -1,9 +1,11 @@
 # Build-speed settings: ccache and precompiled headers.
 find_program(ZR_CCACHE ccache)
 if(ZR_CCACHE)
-  # Precompiled headers and ccache get along only when ccache ignores the PCH timestamps.
+  # Precompiled headers and ccache get along only when ccache ignores the PCH timestamps. Paths are
+  # hashed relative to the source tree, so a fresh clone elsewhere reuses the cache.
   set(_zr_launcher ${CMAKE_COMMAND} -E env
-      "CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime" ${ZR_CCACHE})
+      "CCACHE_SLOPPINESS=pch_defines,time_macros,include_file_mtime,include_file_ctime"
+      "CCACHE_BASEDIR=${CMAKE_SOURCE_DIR}" "CCACHE_NOHASHDIR=true" ${ZR_CCACHE})
   set(CMAKE_C_COMPILER_LAUNCHER ${_zr_launcher})
   set(CMAKE_CXX_COMPILER_LAUNCHER ${_zr_launcher})
 endif()
