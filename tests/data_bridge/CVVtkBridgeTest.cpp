@@ -1,5 +1,6 @@
 #include "data_bridge/CVVtkBridge.h"
 
+#include "common/ZRTestStructures.h"
 #include "data_bridge/CVArray.h"
 #include "data_bridge/ZRVtkLibConstants.h"
 #include "data_bridge/ZRVtkObjectName.h"
@@ -29,26 +30,16 @@ using namespace zr::core;
 
 namespace
 {
-template<typename T>
-void fill(DataArray<T>* array, const std::vector<T>& values)
-{
-  for (usize i = 0; i < values.size(); ++i)
-  {
-    array->getDataStoreRef().setValue(i, values[i]);
-  }
-}
+using ZRTest::Fill;
 
-// Two triangles over four vertices, with face and vertex data.
+// Two triangles over four vertices, with face data ("FaceLabels", "Area") and vertex data.
 TriangleGeom* addTriangles(DataStructure& ds, const std::string& name, std::optional<IdType> parent)
 {
-  auto* triangles = TriangleGeom::Create(ds, name, parent);
-  fill(triangles->createVertices(4), {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0});
-  fill(triangles->createFaces(2), std::vector<std::uint64_t>{0, 1, 2, 0, 2, 3});
-  AttributeMatrix* faces = triangles->createFaceAttributeMatrix();
-  fill(Int32Array::Create(ds, "FaceLabels", faces->getTupleShape(), {2}, faces->getId()), {1, 2, 2, 3});
-  fill(Float32Array::Create(ds, "Area", faces->getTupleShape(), {1}, faces->getId()), {0.5f, 0.5f});
+  auto* triangles = ZRTest::AddTriangles(ds, name, parent);
+  AttributeMatrix* faces = triangles->getFaceAttributeMatrix();
+  Fill(Float32Array::Create(ds, "Area", faces->getTupleShape(), {1}, faces->getId()), {0.5f, 0.5f});
   AttributeMatrix* vertices = triangles->createVertexAttributeMatrix();
-  fill(Float64Array::Create(ds, "Curvature", vertices->getTupleShape(), {1}, vertices->getId()),
+  Fill(Float64Array::Create(ds, "Curvature", vertices->getTupleShape(), {1}, vertices->getId()),
        {1, 2, 3, 4});
   return triangles;
 }
@@ -125,23 +116,23 @@ TEST(VtkBridge, NodeGeometriesGetTheirDatasetAndCellTypes)
   auto* triangles = addTriangles(ds, "Surface", {});
 
   auto* quads = QuadGeom::Create(ds, "Quads");
-  fill(quads->createVertices(4), {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0});
-  fill(quads->createFaces(1), std::vector<std::uint64_t>{0, 1, 2, 3});
+  Fill(quads->createVertices(4), {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0});
+  Fill(quads->createFaces(1), std::vector<std::uint64_t>{0, 1, 2, 3});
 
   auto* edges = EdgeGeom::Create(ds, "Edges");
-  fill(edges->createVertices(3), {0, 0, 0, 1, 0, 0, 2, 0, 0});
-  fill(edges->createEdges(2), std::vector<std::uint64_t>{0, 1, 1, 2});
+  Fill(edges->createVertices(3), {0, 0, 0, 1, 0, 0, 2, 0, 0});
+  Fill(edges->createEdges(2), std::vector<std::uint64_t>{0, 1, 1, 2});
 
   auto* tets = TetrahedralGeom::Create(ds, "Tets");
-  fill(tets->createVertices(4), {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1});
-  fill(tets->createPolyhedra(1), std::vector<std::uint64_t>{0, 1, 2, 3});
+  Fill(tets->createVertices(4), {0, 0, 0, 1, 0, 0, 0, 1, 0, 0, 0, 1});
+  Fill(tets->createPolyhedra(1), std::vector<std::uint64_t>{0, 1, 2, 3});
 
   auto* hexes = HexahedralGeom::Create(ds, "Hexes");
-  fill(hexes->createVertices(8), {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 0, 1, 1, 0, 1, 1, 1, 1, 0, 1, 1});
-  fill(hexes->createPolyhedra(1), std::vector<std::uint64_t>{0, 1, 2, 3, 4, 5, 6, 7});
+  Fill(hexes->createVertices(8), {0, 0, 0, 1, 0, 0, 1, 1, 0, 0, 1, 0, 0, 0, 1, 1, 0, 1, 1, 1, 1, 0, 1, 1});
+  Fill(hexes->createPolyhedra(1), std::vector<std::uint64_t>{0, 1, 2, 3, 4, 5, 6, 7});
 
   auto* vertices = VertexGeom::Create(ds, "Centroids");
-  fill(vertices->createVertices(3), {0, 0, 0, 1, 1, 1, 2, 2, 2});
+  Fill(vertices->createVertices(3), {0, 0, 0, 1, 1, 1, 2, 2, 2});
 
   vtkSmartPointer<vtkPolyData> surface =
       vtkPolyData::SafeDownCast(CV::VtkBridge::WrapGeometry(geometryOf(ds, triangles->getId()))->m_DataSet);
@@ -275,7 +266,7 @@ TEST(VtkBridge, CellAndPointIdsFollowMatrixMembership)
 {
   DataStructure ds;
   auto* vertices = VertexGeom::Create(ds, "Points");
-  fill(vertices->createVertices(2), {0, 0, 0, 1, 1, 1});
+  Fill(vertices->createVertices(2), {0, 0, 0, 1, 1, 1});
   AttributeMatrix* vertexData = vertices->createVertexAttributeMatrix();
   auto* volumes = Float32Array::Create(ds, "Volumes", vertexData->getTupleShape(), {1}, vertexData->getId());
   const auto [cellIds, pointIds] = CV::VtkBridge::GetCellAndPointDataIds(geometryOf(ds, vertices->getId()));
