@@ -79,6 +79,9 @@ const char* const k_CameraParallelScale = "camera_parallel_scale";
 constexpr int k_MultiSamples = 8;
 constexpr int k_HoverTimerMs = 250;
 constexpr int k_MaxGridLabels = 1000;
+// Colour change (0..255) below which the glow pass left a pixel alone, and its scale into opacity.
+constexpr int k_GlowNoise = 3;
+constexpr int k_GlowAlphaGain = 4;
 
 /** Reads a vector of three numbers only when all three keys are present. */
 bool readVector(const nlohmann::json& in, const char* const names[3], double out[3])
@@ -203,6 +206,7 @@ void VXVisualizationWidget::initializeRendererAndAxes()
     vtkNew<vtkOutlineGlowPass> glowPass;
     glowPass->SetDelegatePass(basicPasses);
     m_OverlayRenderer->SetPass(glowPass);
+    updateOverlayDraw();
 
     vtkRenderWindowInteractor* interactor = getRenderWindowInteractor();
     m_HoverWidget = vtkSmartPointer<vtkHoverWidget>::New();
@@ -531,7 +535,15 @@ void VXVisualizationWidget::addOutline(vtkProp* prop)
   if (m_OverlayRenderer != nullptr && prop != nullptr && !m_OverlayRenderer->HasViewProp(prop))
   {
     m_OverlayRenderer->AddActor(prop);
+    updateOverlayDraw();
   }
+}
+
+void VXVisualizationWidget::updateOverlayDraw()
+{
+  // The glow pass costs full-window passes each frame: an empty outline layer is not drawn at all.
+  const bool hasOutlines = m_OverlayRenderer->GetViewProps()->GetNumberOfItems() > 0;
+  m_OverlayRenderer->SetDraw(hasOutlines);
 }
 
 void VXVisualizationWidget::removeOutline(vtkProp* prop)
@@ -539,6 +551,7 @@ void VXVisualizationWidget::removeOutline(vtkProp* prop)
   if (hasOutlineActor(prop))
   {
     m_OverlayRenderer->RemoveActor(prop);
+    updateOverlayDraw();
   }
 }
 
@@ -547,6 +560,7 @@ void VXVisualizationWidget::clearOutlines()
   if (m_OverlayRenderer != nullptr)
   {
     m_OverlayRenderer->RemoveAllViewProps();
+    updateOverlayDraw();
   }
 }
 
@@ -1216,26 +1230,31 @@ QImage VXVisualizationWidget::grabRenderBuffer(bool rgba)
 QImage VXVisualizationWidget::grabTransparentImage()
 {
   // The glow pass of the outline layer writes no alpha of its own: it would wipe the scene's. So the
-  // alpha comes from a frame without that layer, and pixels the glow changed are made opaque.
+  // alpha comes from a frame without that layer, and the glow's change of colour gives its opacity.
   const bool overlayDraws = m_OverlayRenderer->GetDraw() != 0;
   m_OverlayRenderer->DrawOff();
   QImage image = grabRenderBuffer(true);
-  const bool hasOutlines = m_OverlayRenderer->GetViewProps()->GetNumberOfItems() > 0;
-  if (overlayDraws && hasOutlines)
+  if (overlayDraws)
   {
     m_OverlayRenderer->DrawOn();
     const QImage withGlow = grabRenderBuffer(true);
     for (int y = 0; y < image.height() && withGlow.size() == image.size(); ++y)
     {
-      auto* scene = reinterpret_cast<QRgb*>(image.scanLine(y));
-      const auto* glow = reinterpret_cast<const QRgb*>(withGlow.constScanLine(y));
-      for (int x = 0; x < image.width(); ++x)
+      uchar* scene = image.scanLine(y);
+      const uchar* glow = withGlow.constScanLine(y);
+      for (int x = 0; x < image.width() * 4; x += 4)
       {
-        // Both are RGBA8888: compare colour bytes only.
-        const bool changed = (scene[x] & 0x00ffffffu) != (glow[x] & 0x00ffffffu);
-        if (changed)
+        int change = 0;
+        for (int c = 0; c < 3; ++c)
         {
-          scene[x] = glow[x] | 0xff000000u;
+          change = std::max(change, std::abs(int(glow[x + c]) - int(scene[x + c])));
+        }
+        // The pass also shifts the colour of a whole region by a unit or two: that is no glow.
+        if (change > k_GlowNoise)
+        {
+          std::copy(glow + x, glow + x + 3, scene + x);
+          scene[x + 3] =
+              static_cast<uchar>(std::max<int>(scene[x + 3], std::min(255, change * k_GlowAlphaGain)));
         }
       }
     }

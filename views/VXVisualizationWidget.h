@@ -199,6 +199,7 @@ private:
   void applyGridSpacingLabels();
   QImage grabRenderBuffer(bool rgba);
   QImage grabTransparentImage();
+  void updateOverlayDraw();
   void beginCapture();
   void endCapture();
 
