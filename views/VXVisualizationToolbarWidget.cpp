@@ -1,9 +1,8 @@
 #include "views/VXVisualizationToolbarWidget.h"
 
-#include "platform/QtZRSettings.h"
 #include "platform/ZRPreferences.h"
-#include "platform/ZRSettingsKeys.h"
 #include "platform/ZRStyle.h"
+#include "views/VXCameraPresetStore.h"
 #include "views/VXInteractorStyleCamera.h"
 #include "views/VXSnapToCameraMenu.h"
 #include "views/VXVisualizationWidget.h"
@@ -17,14 +16,6 @@
 namespace
 {
 constexpr double k_ToolbarOpacity = 1.0;
-
-QStringList storedCameraPresetNames()
-{
-  QtZRSettings settings;
-  settings.beginGroup(ZR::SettingsKeys::k_VisualizationSettings);
-  settings.beginGroup(ZR::SettingsKeys::k_CameraPresets);
-  return settings.stringList(ZR::SettingsKeys::k_CameraPresetNames);
-}
 
 /** Turns a mode off the way a user's click would, so that everything listening follows. */
 void clickOff(QPushButton* button)
@@ -162,7 +153,7 @@ void VXVisualizationToolbarWidget::buildCameraPresetMenu()
   connect(m_DeletePresetAction, &QAction::triggered, this,
           &VXVisualizationToolbarWidget::removeCustomCameraPreset);
   m_DeleteSeparator->setVisible(false);
-  for (const QString& name : storedCameraPresetNames())
+  for (const QString& name : VXCameraPresetStore::names())
   {
     addPresetAction(name);
   }
@@ -221,7 +212,7 @@ void VXVisualizationToolbarWidget::addCustomCameraPreset()
 
 void VXVisualizationToolbarWidget::removeCustomCameraPreset()
 {
-  QStringList names = storedCameraPresetNames();
+  const QStringList names = VXCameraPresetStore::names();
   if (names.isEmpty())
   {
     return;
@@ -233,14 +224,9 @@ void VXVisualizationToolbarWidget::removeCustomCameraPreset()
   {
     return;
   }
-  names.removeAll(name);
+  if (!VXCameraPresetStore::remove(name))
   {
-    QtZRSettings settings;
-    settings.beginGroup(ZR::SettingsKeys::k_VisualizationSettings);
-    settings.beginGroup(ZR::SettingsKeys::k_CameraPresets);
-    settings.remove(name);
-    settings.setStringList(ZR::SettingsKeys::k_CameraPresetNames, names);
-    settings.sync();
+    return;
   }
   removeCustomCameraPresetFromMenu(name);
   Q_EMIT ZRPreferences::Instance()->customCameraPresetRemoved(name);

@@ -1,9 +1,8 @@
 #include "views/VXVisualizationWidget.h"
 
-#include "platform/QtZRSettings.h"
 #include "platform/ZRPreferences.h"
-#include "platform/ZRSettingsKeys.h"
 #include "platform/ZRStyle.h"
+#include "views/VXCameraPresetStore.h"
 #include "views/VXFrameRateCallback.h"
 #include "views/VXGridAxesActor.h"
 #include "views/VXInteractorStyleCamera.h"
@@ -100,28 +99,6 @@ bool readVector(const nlohmann::json& in, const char* const names[3], double out
   return true;
 }
 
-void openCameraPresetGroups(QtZRSettings& settings)
-{
-  settings.beginGroup(ZR::SettingsKeys::k_VisualizationSettings);
-  settings.beginGroup(ZR::SettingsKeys::k_CameraPresets);
-}
-
-/** Reads three settings keys as a vector, only when all three are present. */
-bool readSettingsVector(const QtZRSettings& settings, const QString names[3], double out[3])
-{
-  for (int i = 0; i < 3; ++i)
-  {
-    if (!settings.contains(names[i]))
-    {
-      return false;
-    }
-  }
-  for (int i = 0; i < 3; ++i)
-  {
-    out[i] = settings.value(names[i]).toString().toDouble();
-  }
-  return true;
-}
 } // namespace
 
 VXVisualizationWidget::VXVisualizationWidget(QWidget* parent, int numRenderLayers)
@@ -1358,42 +1335,22 @@ bool VXVisualizationWidget::storeCameraPreset(const QString& name)
   {
     return false;
   }
-  QtZRSettings settings;
-  openCameraPresetGroups(settings);
-  QStringList names = settings.stringList(ZR::SettingsKeys::k_CameraPresetNames);
-  if (names.contains(name, Qt::CaseSensitive))
+  switch (VXCameraPresetStore::store(name, m_Renderer->GetActiveCamera()))
   {
+  case VXCameraPresetStore::StoreResult::Stored:
+    return true;
+  case VXCameraPresetStore::StoreResult::NameExists:
     Q_EMIT printOutput(
         QStringLiteral("Cannot save camera preset because preset name %1 already exists.").arg(name));
     return false;
-  }
-  names.append(name);
-  settings.setStringList(ZR::SettingsKeys::k_CameraPresetNames, names);
-
-  vtkCamera* camera = m_Renderer->GetActiveCamera();
-  const double* position = camera->GetPosition();
-  const double* viewUp = camera->GetViewUp();
-  const double* focalPoint = camera->GetFocalPoint();
-  using namespace ZR::SettingsKeys;
-  settings.beginGroup(name);
-  settings.setValue(k_CameraPosX, position[0]);
-  settings.setValue(k_CameraPosY, position[1]);
-  settings.setValue(k_CameraPosZ, position[2]);
-  settings.setValue(k_CameraViewUpX, viewUp[0]);
-  settings.setValue(k_CameraViewUpY, viewUp[1]);
-  settings.setValue(k_CameraViewUpZ, viewUp[2]);
-  settings.setValue(k_CameraFocalPtX, focalPoint[0]);
-  settings.setValue(k_CameraFocalPtY, focalPoint[1]);
-  settings.setValue(k_CameraFocalPtZ, focalPoint[2]);
-  settings.setValue(k_CameraViewAngle, camera->GetViewAngle());
-  settings.setValue(k_CameraParallelScale, camera->GetParallelScale());
-  settings.endGroup();
-  if (!settings.sync())
-  {
+  case VXCameraPresetStore::StoreResult::WriteFailed:
+    // The preset is kept for this session; only the file could not be written.
     Q_EMIT printOutput(
         QStringLiteral("Could not write the camera preset %1 to the settings file.").arg(name));
+    return true;
+  default:
+    return false;
   }
-  return true;
 }
 
 void VXVisualizationWidget::applyCustomCameraPosPreset(const QString& presetName)
@@ -1402,38 +1359,11 @@ void VXVisualizationWidget::applyCustomCameraPosPreset(const QString& presetName
   {
     return;
   }
-  QtZRSettings settings;
-  openCameraPresetGroups(settings);
-  settings.beginGroup(presetName);
-  using namespace ZR::SettingsKeys;
-  vtkCamera* camera = m_Renderer->GetActiveCamera();
-  double position[3];
-  double viewUp[3];
-  double focalPoint[3];
-  camera->GetPosition(position);
-  camera->GetViewUp(viewUp);
-  camera->GetFocalPoint(focalPoint);
-  const QString positionKeys[3] = {k_CameraPosX, k_CameraPosY, k_CameraPosZ};
-  const QString viewUpKeys[3] = {k_CameraViewUpX, k_CameraViewUpY, k_CameraViewUpZ};
-  const QString focalKeys[3] = {k_CameraFocalPtX, k_CameraFocalPtY, k_CameraFocalPtZ};
-  readSettingsVector(settings, positionKeys, position);
-  readSettingsVector(settings, viewUpKeys, viewUp);
-  readSettingsVector(settings, focalKeys, focalPoint);
-  double viewAngle = camera->GetViewAngle();
-  double parallelScale = camera->GetParallelScale();
-  if (settings.contains(k_CameraViewAngle))
+  if (!VXCameraPresetStore::apply(presetName, m_Renderer->GetActiveCamera()))
   {
-    viewAngle = settings.value(k_CameraViewAngle).toString().toDouble();
+    Q_EMIT printOutput(QStringLiteral("The camera preset %1 is not in the settings.").arg(presetName));
+    return;
   }
-  if (settings.contains(k_CameraParallelScale))
-  {
-    parallelScale = settings.value(k_CameraParallelScale).toString().toDouble();
-  }
-  camera->SetPosition(position);
-  camera->SetViewUp(viewUp);
-  camera->SetFocalPoint(focalPoint);
-  camera->SetViewAngle(viewAngle);
-  camera->SetParallelScale(parallelScale);
   syncFocalPointSourceToActiveCamera();
   render();
 }

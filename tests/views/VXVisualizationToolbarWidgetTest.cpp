@@ -2,18 +2,26 @@
 
 #include "platform/QtZRSettings.h"
 #include "platform/ZRPreferences.h"
+#include "views/VXCameraPresetStore.h"
 #include "views/VXInteractorStyleCamera.h"
+#include "views/VXScreenshotOptionsDialog.h"
 #include "views/VXSnapToCameraMenu.h"
+#include "views/VXViewCubeWidget.h"
 #include "views/VXVisualizationToolbarWidget.h"
 
 #include <vtkCamera.h>
 #include <vtkRenderer.h>
 
+#include <QApplication>
+#include <QCheckBox>
+#include <QFile>
+#include <QInputDialog>
 #include <QMenu>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 using namespace zr_test;
 
@@ -168,4 +176,105 @@ TEST_F(VXVisualizationToolbarWidgetTest, ButtonsCarryTheirToolTips)
             QStringLiteral("<html><head/><body><p>Rotate clockwise 90<span style=\" "
                            "vertical-align:super;\">0</span></p></body></html>"));
   EXPECT_FALSE(button("resetCameraBtn")->icon().isNull());
+}
+
+namespace
+{
+/** Answers the next modal dialog as a user would, once it is open. */
+template<typename Dialog, typename Answer>
+void answerNextDialog(Answer answer)
+{
+  QTimer::singleShot(50,
+                     [answer]()
+                     {
+                       if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
+                       {
+                         answer(dialog);
+                       }
+                     });
+}
+} // namespace
+
+TEST_F(VXVisualizationToolbarWidgetTest, PresetsAreAddedAndDeletedThroughTheirDialogs)
+{
+  auto second = makeShownWindow();
+  m_Window->camYMinus();
+  answerNextDialog<QInputDialog>(
+      [](QInputDialog* dialog)
+      {
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Visualization Camera Preset Name"));
+        EXPECT_EQ(dialog->textValue(), QStringLiteral("Untitled Preset"));
+        dialog->setTextValue(QStringLiteral("Back view"));
+        dialog->accept();
+      });
+  m_Toolbar->addCustomCameraPreset();
+  EXPECT_EQ(VXCameraPresetStore::names(), QStringList{"Back view"});
+  EXPECT_EQ(second->getToolbar()->getCameraPresetMenuNames(), QStringList{"Back view"});
+
+  // Choosing the preset in the other window's menu turns its camera.
+  for (QAction* action : second->getToolbar()->getCameraPresetMenu()->actions())
+  {
+    if (action->text() == QStringLiteral("Back view"))
+    {
+      action->trigger();
+    }
+  }
+  double direction[3];
+  second->getRenderer()->GetActiveCamera()->GetDirectionOfProjection(direction);
+  EXPECT_NEAR(direction[1], -1.0, 1e-9);
+
+  // A cancelled dialog stores nothing.
+  answerNextDialog<QInputDialog>([](QInputDialog* dialog) { dialog->reject(); });
+  m_Toolbar->addCustomCameraPreset();
+  EXPECT_EQ(VXCameraPresetStore::names(), QStringList{"Back view"});
+
+  answerNextDialog<QInputDialog>(
+      [](QInputDialog* dialog)
+      {
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Remove Camera Preset"));
+        dialog->setTextValue(QStringLiteral("Back view"));
+        dialog->accept();
+      });
+  m_Toolbar->removeCustomCameraPreset();
+  EXPECT_TRUE(VXCameraPresetStore::names().isEmpty());
+  EXPECT_TRUE(m_Toolbar->getCameraPresetMenuNames().isEmpty());
+  EXPECT_TRUE(second->getToolbar()->getCameraPresetMenuNames().isEmpty());
+}
+
+TEST_F(VXVisualizationToolbarWidgetTest, ScreenshotIsSavedWithTheChosenBackground)
+{
+  m_Window->resetCamera();
+  const QString path = m_Scratch.filePath(QStringLiteral("shot.png"));
+  answerNextDialog<VXScreenshotOptionsDialog>(
+      [](VXScreenshotOptionsDialog* dialog)
+      {
+        dialog->findChild<QCheckBox*>(QStringLiteral("transparentBGCheckBox"))->setChecked(true);
+        dialog->accept();
+      });
+  m_Window->saveScreenshot(path);
+  const QImage saved(path);
+  ASSERT_FALSE(saved.isNull());
+  EXPECT_EQ(saved.size(), m_Window->size());
+  EXPECT_TRUE(saved.hasAlphaChannel());
+  EXPECT_EQ(qAlpha(saved.pixel(2, 2)), 0);
+
+  // A cancelled dialog writes nothing.
+  const QString other = m_Scratch.filePath(QStringLiteral("other.png"));
+  answerNextDialog<VXScreenshotOptionsDialog>([](VXScreenshotOptionsDialog* dialog) { dialog->reject(); });
+  m_Window->saveScreenshot(other);
+  EXPECT_FALSE(QFile::exists(other));
+}
+
+TEST_F(VXVisualizationToolbarWidgetTest, OrientationLabelsFollowThePreferences)
+{
+  const QStringList labels = {"E", "W", "N", "S", "Up", "Down"};
+  Q_EMIT ZRPreferences::Instance()->orientationMarkerTextChanged(labels);
+  const auto shown = m_Window->getCameraOrientationWidget()->GetFaceLabels();
+  for (int i = 0; i < 6; ++i)
+  {
+    EXPECT_EQ(QString::fromStdString(shown[i]), labels[i]);
+  }
+  // A list of the wrong length is ignored.
+  Q_EMIT ZRPreferences::Instance()->orientationMarkerTextChanged({"A", "B"});
+  EXPECT_EQ(m_Window->getCameraOrientationWidget()->GetFaceLabels()[0], "E");
 }
