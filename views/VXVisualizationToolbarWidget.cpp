@@ -16,6 +16,7 @@
 namespace
 {
 constexpr double k_ToolbarOpacity = 1.0;
+constexpr int k_IconSide = 20;
 
 /** Turns a mode off the way a user's click would, so that everything listening follows. */
 void clickOff(QPushButton* button)
@@ -123,18 +124,25 @@ void VXVisualizationToolbarWidget::connectWindow()
 
 void VXVisualizationToolbarWidget::setIcons()
 {
+  // The toolbar floats over the render window, whose background is dark whatever the theme: it
+  // always takes the light glyphs.
   auto* ui = m_Ui.get();
-  ui->resetCameraBtn->setThemeIconName(QStringLiteral("ResetCamera"));
-  ui->customCamPresetBtn->setThemeIconName(QStringLiteral("CustomCamera"));
-  ui->rotateClockwise->setThemeIconName(QStringLiteral("RotateClockwise"));
-  ui->rotateCounterClockwise->setThemeIconName(QStringLiteral("RotateCounterClockwise"));
-  ui->snapToCameraBtn->setThemeIconName(QStringLiteral("SnapToCamera"));
-  ui->cameraImageViewBtn->setThemeIconName(QStringLiteral("I Up"));
-  ui->hoverPointsBtn->setThemeIconName(QStringLiteral("HoverPoints"), true);
-  ui->hoverCellsBtn->setThemeIconName(QStringLiteral("HoverCells"), true);
-  ui->focalPtButton->setThemeIconName(QStringLiteral("FocalPoint"), true);
-  ui->resetFocalPtButton->setThemeIconName(QStringLiteral("ResetFocalPoint"));
-  ui->pickFocalPtButton->setThemeIconName(QStringLiteral("PickFocalPoint"), true);
+  const std::pair<QPushButton*, const char*> icons[] = {
+      {ui->resetCameraBtn, "ResetCamera"},      {ui->customCamPresetBtn, "CustomCamera"},
+      {ui->rotateClockwise, "RotateClockwise"}, {ui->rotateCounterClockwise, "RotateCounterClockwise"},
+      {ui->snapToCameraBtn, "SnapToCamera"},    {ui->cameraImageViewBtn, "I Up"},
+      {ui->hoverPointsBtn, "HoverPoints"},      {ui->hoverCellsBtn, "HoverCells"},
+      {ui->focalPtButton, "FocalPoint"},        {ui->resetFocalPtButton, "ResetFocalPoint"},
+      {ui->pickFocalPtButton, "PickFocalPoint"}};
+  for (const auto& [button, name] : icons)
+  {
+    button->setIcon(ZRStyle::generateThemeIconFromName(QString::fromLatin1(name), ZRStyle::k_DarkTheme));
+    button->setIconSize(QSize(k_IconSide, k_IconSide));
+  }
+  setStyleSheet(
+      QStringLiteral("QPushButton { color: white; padding: 3px; }"
+                     "QPushButton:checked { background-color: rgba(255, 255, 255, 70); border-radius: 3px; }"
+                     "QPushButton:hover { background-color: rgba(255, 255, 255, 35); border-radius: 3px; }"));
 }
 
 void VXVisualizationToolbarWidget::styleSheetChanged(const QString& /*jsonFilePath*/)
