@@ -7,6 +7,7 @@
 #include "views/VXGridAxesActor.h"
 #include "views/VXInteractorStyleCamera.h"
 #include "views/VXPickerCallback.h"
+#include "views/VXRenderBufferCapture.h"
 #include "views/VXScreenshotOptionsDialog.h"
 #include "views/VXViewCubeRepresentation.h"
 #include "views/VXViewCubeWidget.h"
@@ -36,7 +37,6 @@
 #include <vtkTextProperty.h>
 #include <vtkTextureObject.h>
 #include <vtkUnsignedCharArray.h>
-#include <vtkWindowToImageFilter.h>
 
 #include <nlohmann/json.hpp>
 
@@ -78,9 +78,6 @@ const char* const k_CameraParallelScale = "camera_parallel_scale";
 constexpr int k_MultiSamples = 8;
 constexpr int k_HoverTimerMs = 250;
 constexpr int k_MaxGridLabels = 1000;
-// Colour change (0..255) below which the glow pass left a pixel alone, and its scale into opacity.
-constexpr int k_GlowNoise = 3;
-constexpr int k_GlowAlphaGain = 4;
 
 /** Reads a vector of three numbers only when all three keys are present. */
 bool readVector(const nlohmann::json& in, const char* const names[3], double out[3])
@@ -1172,69 +1169,16 @@ void VXVisualizationWidget::endCapture()
   }
 }
 
-QImage VXVisualizationWidget::grabRenderBuffer(bool rgba)
-{
-  vtkNew<vtkWindowToImageFilter> grabber;
-  grabber->SetInput(renderWindow());
-  grabber->ReadFrontBufferOff();
-  grabber->ShouldRerenderOn();
-  if (rgba)
-  {
-    grabber->SetInputBufferTypeToRGBA();
-  }
-  else
-  {
-    grabber->SetInputBufferTypeToRGB();
-  }
-  grabber->Update();
-
-  vtkImageData* pixels = grabber->GetOutput();
-  int dims[3];
-  pixels->GetDimensions(dims);
-  const int components = pixels->GetNumberOfScalarComponents();
-  QImage image(dims[0], dims[1], components == 4 ? QImage::Format_RGBA8888 : QImage::Format_RGB888);
-  const auto* data = static_cast<const unsigned char*>(pixels->GetScalarPointer());
-  const int rowBytes = dims[0] * components;
-  for (int row = 0; data != nullptr && row < dims[1]; ++row)
-  {
-    // The toolkit's origin is at the bottom.
-    std::memcpy(image.scanLine(dims[1] - 1 - row), data + static_cast<std::size_t>(row) * rowBytes,
-                static_cast<std::size_t>(rowBytes));
-  }
-  return image;
-}
-
 QImage VXVisualizationWidget::grabTransparentImage()
 {
-  // The glow pass of the outline layer writes no alpha of its own: it would wipe the scene's. So the
-  // alpha comes from a frame without that layer, and the glow's change of colour gives its opacity.
+  // The outline layer would wipe the scene's alpha: see VXRenderBufferCapture::mergeGlow.
   const bool overlayDraws = m_OverlayRenderer->GetDraw() != 0;
   m_OverlayRenderer->DrawOff();
-  QImage image = grabRenderBuffer(true);
+  QImage image = VXRenderBufferCapture::grab(renderWindow(), true);
   if (overlayDraws)
   {
     m_OverlayRenderer->DrawOn();
-    const QImage withGlow = grabRenderBuffer(true);
-    for (int y = 0; y < image.height() && withGlow.size() == image.size(); ++y)
-    {
-      uchar* scene = image.scanLine(y);
-      const uchar* glow = withGlow.constScanLine(y);
-      for (int x = 0; x < image.width() * 4; x += 4)
-      {
-        int change = 0;
-        for (int c = 0; c < 3; ++c)
-        {
-          change = std::max(change, std::abs(int(glow[x + c]) - int(scene[x + c])));
-        }
-        // The pass also shifts the colour of a whole region by a unit or two: that is no glow.
-        if (change > k_GlowNoise)
-        {
-          std::copy(glow + x, glow + x + 3, scene + x);
-          scene[x + 3] =
-              static_cast<uchar>(std::max<int>(scene[x + 3], std::min(255, change * k_GlowAlphaGain)));
-        }
-      }
-    }
+    VXRenderBufferCapture::mergeGlow(image, VXRenderBufferCapture::grab(renderWindow(), true));
   }
   m_OverlayRenderer->SetDraw(overlayDraws);
   return image;
@@ -1265,7 +1209,7 @@ QImage VXVisualizationWidget::captureViewImage(bool transparent, const QColor& c
         m_Renderer->SetBackground(rgb);
       }
     }
-    image = grabRenderBuffer(false);
+    image = VXRenderBufferCapture::grab(renderWindow(), false);
   }
   const double* current = m_Renderer->GetBackground();
   if (current[0] != background[0] || current[1] != background[1] || current[2] != background[2])

@@ -197,7 +197,6 @@ private:
   void setFocalPointCursor(const double point[3]);
   void createContextMenuActions();
   void applyGridSpacingLabels();
-  QImage grabRenderBuffer(bool rgba);
   QImage grabTransparentImage();
   void updateOverlayDraw();
   void beginCapture();
