@@ -4,19 +4,26 @@
 #include "platform/ZRSettingsKeys.h"
 #include "views/VXGridAxesActor.h"
 #include "views/VXInteractorStyleCamera.h"
+#include "views/VXPickerCallback.h"
+#include "views/VXViewCubeWidget.h"
 
 #include <vtkActor.h>
 #include <vtkCallbackCommand.h>
 #include <vtkCamera.h>
 #include <vtkCursor3D.h>
 #include <vtkMath.h>
+#include <vtkPropCollection.h>
 #include <vtkRenderer.h>
 
 #include <nlohmann/json.hpp>
 
 #include <QAction>
 #include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QLineEdit>
 #include <QMenu>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -469,4 +476,95 @@ TEST_F(VXVisualizationWidgetTest, DataViewActorsExcludeHelpersAndHiddenProps)
   EXPECT_EQ(m_Window->getOverlayRenderer()->GetViewProps()->GetNumberOfItems(), 1);
   m_Window->clearOutlines();
   EXPECT_FALSE(m_Window->hasOutlineActor(cube));
+}
+
+TEST_F(VXVisualizationWidgetTest, CopyTakesTheSourceCamera)
+{
+  auto other = makeShownWindow();
+  m_Window->camYMinus();
+  other->copy(m_Window.get());
+  vtkCamera* copied = other->getRenderer()->GetActiveCamera();
+  expectVector(copied->GetPosition(),
+               {camera()->GetPosition()[0], camera()->GetPosition()[1], camera()->GetPosition()[2]},
+               "position");
+  expectVector(copied->GetViewUp(), {0.0, 0.0, 1.0}, "view up");
+  EXPECT_NE(copied, camera()) << "a copy is no link";
+}
+
+TEST_F(VXVisualizationWidgetTest, ClearingTheWindowRemovesEveryProp)
+{
+  ASSERT_NE(m_Window->getCameraOrientationWidget(), nullptr);
+  m_Window->clearRenderWindow();
+  EXPECT_EQ(m_Window->getRenderer()->GetViewProps()->GetNumberOfItems(), 0);
+  EXPECT_EQ(m_Window->getCameraOrientationWidget(), nullptr);
+  // The window keeps working.
+  m_Window->addActor(makeCubeActor(0, 0, 0, 1, 1, 1));
+  m_Window->camZPlus();
+  expectVector(viewDirection(camera()).data(), {0, 0, 1}, "direction");
+}
+
+TEST_F(VXVisualizationWidgetTest, DimensionsAreCheckedAgainstTheTextureLimit)
+{
+  int maxSize = 0;
+  EXPECT_TRUE(m_Window->areDimensionsValid(16, 16, 1, maxSize));
+  EXPECT_GE(maxSize, 1024);
+  EXPECT_FALSE(m_Window->areDimensionsValid(1, maxSize + 1, 1, maxSize));
+}
+
+TEST_F(VXVisualizationWidgetTest, PressInHoverModeCopiesTheHoverTextWithoutIndents)
+{
+  QSignalSpy messages(m_Window.get(), &VXVisualizationWidget::printOutput);
+  QSignalSpy pressed(m_Window.get(), &VXVisualizationWidget::mousePressed);
+  m_Window->getPickerCallback()->setHoverText(
+      QStringLiteral("Sphere\n    Point Id: 7\n        Coords: 1, 2, 3"));
+  QTest::mouseClick(m_Window.get(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+  EXPECT_EQ(messages.count(), 0) << "no hover mode, nothing copied";
+  EXPECT_EQ(pressed.count(), 1);
+
+  m_Window->toggleHoverPoints(true);
+  QTest::mouseClick(m_Window.get(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("Sphere\nPoint Id: 7\nCoords: 1, 2, 3"));
+  ASSERT_EQ(messages.count(), 1);
+  EXPECT_EQ(messages.at(0).at(0).toString(), QStringLiteral("Picked item data copied to clipboard"));
+  EXPECT_EQ(pressed.count(), 2);
+  m_Window->toggleHoverPoints(false);
+}
+
+TEST_F(VXVisualizationWidgetTest, GridDialogAppliesItsSpacingOnOk)
+{
+  m_Window->getGridAxesAction()->setChecked(true);
+  m_Window->toggleGridAxes();
+  QTimer::singleShot(
+      50,
+      []()
+      {
+        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Grid Axes Options"));
+        dialog->findChild<QLineEdit*>(QStringLiteral("spacingY"))->setText(QStringLiteral("0.5"));
+        dialog->findChild<QCheckBox*>(QStringLiteral("showGridCheckBox"))->setChecked(true);
+        dialog->findChild<QPushButton*>(QStringLiteral("okButton"))->click();
+      });
+  m_Window->editGridAxes();
+  VXGridAxesActor* grid = m_Window->getGridAxesActor();
+  EXPECT_TRUE(grid->GetUseCustomLabels(1));
+  EXPECT_FALSE(grid->GetUseCustomLabels(0));
+  EXPECT_TRUE(grid->GetGenerateGrid());
+  const double* bounds = grid->GetGridBounds();
+  EXPECT_EQ(grid->GetLabelValues(1).size(),
+            static_cast<std::size_t>(std::floor((bounds[3] - bounds[2]) / 0.5)) + 1);
+  EXPECT_DOUBLE_EQ(grid->GetLabelValues(1)[1], bounds[2] + 0.5);
+
+  // Reset in the dialog brings the automatic labels back once applied.
+  QTimer::singleShot(50,
+                     []()
+                     {
+                       auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+                       ASSERT_NE(dialog, nullptr);
+                       dialog->findChild<QPushButton*>(QStringLiteral("resetButton"))->click();
+                       dialog->findChild<QPushButton*>(QStringLiteral("okButton"))->click();
+                     });
+  m_Window->editGridAxes();
+  EXPECT_FALSE(grid->GetUseCustomLabels(1));
+  EXPECT_FALSE(grid->GetGenerateGrid());
 }
