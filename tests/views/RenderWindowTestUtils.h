@@ -7,7 +7,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QImage>
+#include <QMenu>
+#include <QTimer>
 
 #include <memory>
 #include <string>
@@ -35,6 +38,53 @@ double imageError(const QImage& actual, const QImage& expected);
  * baseline is written instead (see regenerate-baselines.sh), and the test passes.
  */
 ::testing::AssertionResult matchesBaseline(const QImage& image, const std::string& name);
+
+/**
+ * Answers the next modal dialog of the given type as a user would, as soon as it is open: polls, so
+ * that a slow machine cannot leave a dialog waiting for ever.
+ */
+template<typename Dialog, typename Answer>
+void answerNextDialog(Answer answer)
+{
+  auto* timer = new QTimer(QCoreApplication::instance());
+  timer->setInterval(10);
+  QObject::connect(timer, &QTimer::timeout,
+                   [timer, answer]()
+                   {
+                     if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
+                     {
+                       timer->stop();
+                       timer->deleteLater();
+                       answer(dialog);
+                     }
+                   });
+  timer->start();
+}
+
+/** Counts and closes every menu that pops up while it lives. */
+class PopupMenuWatcher
+{
+public:
+  PopupMenuWatcher()
+  {
+    m_Timer.setInterval(10);
+    QObject::connect(&m_Timer, &QTimer::timeout,
+                     [this]()
+                     {
+                       if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget()))
+                       {
+                         ++m_Count;
+                         menu->close();
+                       }
+                     });
+    m_Timer.start();
+  }
+  int count() const { return m_Count; }
+
+private:
+  QTimer m_Timer;
+  int m_Count = 0;
+};
 
 /** Threshold of matchesBaseline: renderer noise stays far below, a wrong frame far above. */
 constexpr double k_BaselineTolerance = 10.0;

@@ -178,23 +178,6 @@ TEST_F(VXVisualizationToolbarWidgetTest, ButtonsCarryTheirToolTips)
   EXPECT_FALSE(button("resetCameraBtn")->icon().isNull());
 }
 
-namespace
-{
-/** Answers the next modal dialog as a user would, once it is open. */
-template<typename Dialog, typename Answer>
-void answerNextDialog(Answer answer)
-{
-  QTimer::singleShot(50,
-                     [answer]()
-                     {
-                       if (auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget()))
-                       {
-                         answer(dialog);
-                       }
-                     });
-}
-} // namespace
-
 TEST_F(VXVisualizationToolbarWidgetTest, PresetsAreAddedAndDeletedThroughTheirDialogs)
 {
   auto second = makeShownWindow();

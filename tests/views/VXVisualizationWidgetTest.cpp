@@ -307,47 +307,23 @@ TEST_F(VXVisualizationWidgetTest, GridSpacingGivesExactLabelsAndZeroKeepsAutomat
 
 TEST_F(VXVisualizationWidgetTest, RightClickOpensTheMenuButRightDragDoesNot)
 {
-  int menusShown = 0;
-  auto closeMenuSoon = [&menusShown]()
-  {
-    QTimer::singleShot(50,
-                       []()
-                       {
-                         if (QWidget* popup = QApplication::activePopupWidget())
-                         {
-                           popup->close();
-                         }
-                       });
-    QTimer::singleShot(40,
-                       [&menusShown]()
-                       {
-                         if (qobject_cast<QMenu*>(QApplication::activePopupWidget()) != nullptr)
-                         {
-                           ++menusShown;
-                         }
-                       });
-  };
+  PopupMenuWatcher menus;
   const QPoint at(100, 100);
-  closeMenuSoon();
   QTest::mousePress(m_Window.get(), Qt::RightButton, Qt::NoModifier, at);
   QMouseEvent move(QEvent::MouseMove, at + QPoint(30, 10), Qt::NoButton, Qt::RightButton, Qt::NoModifier);
   QApplication::sendEvent(m_Window.get(), &move);
   QTest::mouseRelease(m_Window.get(), Qt::RightButton, Qt::NoModifier, at + QPoint(30, 10));
-  QTest::qWait(80);
-  EXPECT_EQ(menusShown, 0) << "a right drag moves the camera and shows no menu";
+  EXPECT_EQ(menus.count(), 0) << "a right drag moves the camera and shows no menu";
 
-  closeMenuSoon();
+  // The menu runs its own loop: the release returns once the watcher has closed it.
   QTest::mousePress(m_Window.get(), Qt::RightButton, Qt::NoModifier, at);
   QTest::mouseRelease(m_Window.get(), Qt::RightButton, Qt::NoModifier, at);
-  QTest::qWait(80);
-  EXPECT_EQ(menusShown, 1);
+  EXPECT_EQ(menus.count(), 1);
 
   m_Window->useOwnContextMenu(false);
-  closeMenuSoon();
   QTest::mousePress(m_Window.get(), Qt::RightButton, Qt::NoModifier, at);
   QTest::mouseRelease(m_Window.get(), Qt::RightButton, Qt::NoModifier, at);
-  QTest::qWait(80);
-  EXPECT_EQ(menusShown, 1) << "a window without its own menu shows none";
+  EXPECT_EQ(menus.count(), 1) << "a window without its own menu shows none";
 }
 
 TEST_F(VXVisualizationWidgetTest, ContextMenuOffersUnlinkOnlyWhenSomethingIsLinked)
@@ -534,12 +510,9 @@ TEST_F(VXVisualizationWidgetTest, GridDialogAppliesItsSpacingOnOk)
 {
   m_Window->getGridAxesAction()->setChecked(true);
   m_Window->toggleGridAxes();
-  QTimer::singleShot(
-      50,
-      []()
+  answerNextDialog<QDialog>(
+      [](QDialog* dialog)
       {
-        auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-        ASSERT_NE(dialog, nullptr);
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Grid Axes Options"));
         dialog->findChild<QLineEdit*>(QStringLiteral("spacingY"))->setText(QStringLiteral("0.5"));
         dialog->findChild<QCheckBox*>(QStringLiteral("showGridCheckBox"))->setChecked(true);
@@ -556,14 +529,12 @@ TEST_F(VXVisualizationWidgetTest, GridDialogAppliesItsSpacingOnOk)
   EXPECT_DOUBLE_EQ(grid->GetLabelValues(1)[1], bounds[2] + 0.5);
 
   // Reset in the dialog brings the automatic labels back once applied.
-  QTimer::singleShot(50,
-                     []()
-                     {
-                       auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
-                       ASSERT_NE(dialog, nullptr);
-                       dialog->findChild<QPushButton*>(QStringLiteral("resetButton"))->click();
-                       dialog->findChild<QPushButton*>(QStringLiteral("okButton"))->click();
-                     });
+  answerNextDialog<QDialog>(
+      [](QDialog* dialog)
+      {
+        dialog->findChild<QPushButton*>(QStringLiteral("resetButton"))->click();
+        dialog->findChild<QPushButton*>(QStringLiteral("okButton"))->click();
+      });
   m_Window->editGridAxes();
   EXPECT_FALSE(grid->GetUseCustomLabels(1));
   EXPECT_FALSE(grid->GetGenerateGrid());
