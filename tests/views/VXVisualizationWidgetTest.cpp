@@ -12,6 +12,7 @@
 #include <vtkCamera.h>
 #include <vtkCursor3D.h>
 #include <vtkMath.h>
+#include <vtkOrientationMarkerWidget.h>
 #include <vtkPropCollection.h>
 #include <vtkRenderer.h>
 
@@ -538,4 +539,23 @@ TEST_F(VXVisualizationWidgetTest, GridDialogAppliesItsSpacingOnOk)
   m_Window->editGridAxes();
   EXPECT_FALSE(grid->GetUseCustomLabels(1));
   EXPECT_FALSE(grid->GetGenerateGrid());
+}
+
+TEST_F(VXVisualizationWidgetTest, OlderCornerMarkerCanStillBeShown)
+{
+  EXPECT_EQ(m_Window->getOrientationWidget(), nullptr) << "only made on request";
+  m_Window->initializeOrientationWidget();
+  ASSERT_NE(m_Window->getOrientationWidget(), nullptr);
+  EXPECT_TRUE(m_Window->getOrientationWidget()->GetEnabled());
+  EXPECT_FALSE(m_Window->getOrientationWidget()->GetInteractive());
+  const QImage image = m_Window->captureViewImage(false, QColor());
+  EXPECT_FALSE(image.isNull());
+}
+
+TEST_F(VXVisualizationWidgetTest, DoubleClickIsReportedWithItsPosition)
+{
+  QSignalSpy doubleClicks(m_Window.get(), &VXVisualizationWidget::doubleClicked);
+  QTest::mouseDClick(m_Window.get(), Qt::LeftButton, Qt::NoModifier, QPoint(40, 30));
+  ASSERT_EQ(doubleClicks.count(), 1);
+  EXPECT_EQ(doubleClicks.at(0).at(0).toPoint(), QPoint(40, 30));
 }
