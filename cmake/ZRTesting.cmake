@@ -20,6 +20,8 @@ function(zr_add_gtest)
   set(labels ${T_LABELS})
   if(T_GUI)
     list(APPEND labels gui)
+  else()
+    list(APPEND labels unit)
   endif()
   gtest_discover_tests(${T_NAME} DISCOVERY_MODE PRE_TEST
     PROPERTIES TIMEOUT ${T_TIMEOUT} LABELS "${labels}"
