@@ -7,20 +7,25 @@
 #include "pipeline/VXPipeline.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
+#include "views/VXViewWidget.h"
 #include "views/VXVisualizationWidget.h"
 
 #include <QCoreApplication>
 #include <QDockWidget>
 #include <QDragEnterEvent>
 #include <QDropEvent>
+#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QSaveFile>
 #include <QStatusBar>
 #include <QUrl>
+
+#include <nlohmann/json.hpp>
 
 ViewerMainWindow::ViewerMainWindow(QWidget* parent)
     : QMainWindow(parent)
@@ -100,6 +105,29 @@ void ViewerMainWindow::createMenus()
   quit->setShortcut(QKeySequence::Quit);
 
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
+  view->addAction(QStringLiteral("Save Layout..."), this,
+                  [this]()
+                  {
+                    const QString path =
+                        QFileDialog::getSaveFileName(this, QStringLiteral("Save Layout"), QString(),
+                                                     QStringLiteral("Layout Files (*.json)"));
+                    if (!path.isEmpty())
+                    {
+                      saveLayout(path);
+                    }
+                  });
+  view->addAction(QStringLiteral("Load Layout..."), this,
+                  [this]()
+                  {
+                    const QString path =
+                        QFileDialog::getOpenFileName(this, QStringLiteral("Load Layout"), QString(),
+                                                     QStringLiteral("Layout Files (*.json)"));
+                    if (!path.isEmpty())
+                    {
+                      loadLayout(path);
+                    }
+                  });
+  view->addSeparator();
   view->addAction(QStringLiteral("Equalize View Widths"), m_Grid, &VXViewGridWidget::equalizeColumnWidths);
   view->addAction(QStringLiteral("Equalize View Heights"), m_Grid, &VXViewGridWidget::equalizeRowHeights);
   view->addAction(QStringLiteral("Reset Camera"), this,
@@ -180,6 +208,50 @@ void ViewerMainWindow::openFileDialog()
   {
     openFile(path);
   }
+}
+
+bool ViewerMainWindow::saveLayout(const QString& path)
+{
+  nlohmann::json layout;
+  m_Grid->saveState(layout);
+  QSaveFile file(path);
+  const QByteArray text = QByteArray::fromStdString(layout.dump(2));
+  if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
+  {
+    appendOutput(QStringLiteral("Could not save the layout to '%1': %2").arg(path, file.errorString()));
+    return false;
+  }
+  appendOutput(QStringLiteral("Saved the layout to '%1'.").arg(path));
+  return true;
+}
+
+bool ViewerMainWindow::loadLayout(const QString& path)
+{
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly))
+  {
+    appendOutput(QStringLiteral("Could not open the layout file '%1': %2").arg(path, file.errorString()));
+    return false;
+  }
+  const nlohmann::json layout = nlohmann::json::parse(file.readAll().toStdString(), nullptr, false);
+  auto* existing = qobject_cast<VXViewWidget*>(m_Grid->allViews().value(0));
+  if (layout.is_discarded() || !layout.is_object() || existing == nullptr)
+  {
+    appendOutput(QStringLiteral("'%1' is not a layout file.").arg(path));
+    return false;
+  }
+  try
+  {
+    m_Grid->loadState(layout, existing);
+  }
+  catch (const nlohmann::json::exception& error)
+  {
+    appendOutput(
+        QStringLiteral("Could not load the layout from '%1': %2").arg(path, QString::fromUtf8(error.what())));
+    return false;
+  }
+  m_Pipeline->setActiveViewWidget(m_Grid->activeView());
+  return true;
 }
 
 QImage ViewerMainWindow::captureActiveView()

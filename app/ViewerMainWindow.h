@@ -33,6 +33,11 @@ public:
   /** @brief Imports one file; false when it gave no dataset (the reason is in the output pane). */
   bool openFile(const QString& path);
 
+  /** @brief Writes the grid's layout (splits, sizes, each view's camera and settings) as JSON. */
+  bool saveLayout(const QString& path);
+  /** @brief Rebuilds the grid from a layout file; a broken file leaves the grid as it was. */
+  bool loadLayout(const QString& path);
+
   /** @brief The current frame of the active view, without its toolbar. */
   QImage captureActiveView();
 

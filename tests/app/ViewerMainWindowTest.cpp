@@ -6,8 +6,10 @@
 #include "views/VXViewGridWidget.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QMimeData>
 #include <QPlainTextEdit>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QUrl>
 
@@ -106,4 +108,36 @@ TEST_F(ViewerWindowTest, PopupsOfAScriptedRunGoToTheOutputPane)
                                                 QStringLiteral("Broken file"));
   EXPECT_TRUE(output().contains(QStringLiteral("Load File Error: Broken file")));
   EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+}
+
+TEST_F(ViewerWindowTest, LayoutSavesAndLoadsBack)
+{
+  QTemporaryDir dir;
+  VXAbstractViewWidget* first = activeView();
+  m_Window->grid()->addColumn(first);
+  m_Window->grid()->addRow(m_Window->grid()->allViews().at(1));
+  ASSERT_EQ(m_Window->grid()->viewCount(), 3);
+  const QString path = dir.filePath(QStringLiteral("layout.json"));
+  ASSERT_TRUE(m_Window->saveLayout(path));
+
+  m_Window->grid()->reset();
+  ASSERT_EQ(m_Window->grid()->viewCount(), 1);
+  ASSERT_TRUE(m_Window->loadLayout(path));
+  EXPECT_EQ(m_Window->grid()->viewCount(), 3);
+  EXPECT_EQ(m_Window->pipeline()->activeViewWidget(), activeView());
+  // Files opened after the load still reach the active view.
+  ASSERT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/poly.vtp")));
+  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(activeView()), 1);
+
+  const QString broken = dir.filePath(QStringLiteral("broken.json"));
+  {
+    QFile file(broken);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("{ not json");
+  }
+  EXPECT_FALSE(m_Window->loadLayout(broken));
+  EXPECT_TRUE(output().contains(QStringLiteral("is not a layout file")));
+  EXPECT_EQ(m_Window->grid()->viewCount(), 3);
+  EXPECT_FALSE(m_Window->loadLayout(dir.filePath(QStringLiteral("missing.json"))));
+  EXPECT_FALSE(m_Window->saveLayout(dir.filePath(QStringLiteral("no/such/folder/layout.json"))));
 }
