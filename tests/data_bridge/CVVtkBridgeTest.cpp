@@ -9,6 +9,7 @@
 #include "data_bridge/zr_contract/EdgeGeom.h"
 #include "data_bridge/zr_contract/HexahedralGeom.h"
 #include "data_bridge/zr_contract/ImageGeom.h"
+#include "data_bridge/zr_contract/KestrixIO.h"
 #include "data_bridge/zr_contract/OutOfCoreDataStore.h"
 #include "data_bridge/zr_contract/QuadGeom.h"
 #include "data_bridge/zr_contract/RectGridGeom.h"
@@ -272,4 +273,36 @@ TEST(VtkBridge, CellAndPointIdsFollowMatrixMembership)
   const auto [cellIds, pointIds] = CV::VtkBridge::GetCellAndPointDataIds(geometryOf(ds, vertices->getId()));
   EXPECT_TRUE(cellIds.empty());
   EXPECT_EQ(pointIds, std::vector<IdType>{volumes->getId()});
+}
+
+TEST(VtkBridge, OutOfCoreArraysAreNeverReadByAddress)
+{
+  // Everything above 32 bytes stays in the file: the big arrays and the triangle lists, not the tiny ones.
+  auto written = ZRTest::MakeAllKinds();
+  const std::string path = testing::TempDir() + "/out-of-core.kestrix";
+  ASSERT_TRUE(KESTRIX::WriteDataStructureToFile(path, *written).valid());
+  KESTRIX::ImportOptions options;
+  options.outOfCoreThresholdBytes = 32;
+  Result<DataStructure> imported = KESTRIX::ImportDataStructureFromFile(path, options);
+  ASSERT_TRUE(imported.valid());
+  auto ds = std::make_shared<DataStructure>(std::move(imported.value()));
+
+  auto grains = CV::VtkBridge::FindGeometry(ds, "Grains");
+  auto* featureIds = ds->getDataAs<Int32Array>(DataPath({"Scan", "Grains", "Cell Data", "FeatureIds"}));
+  ASSERT_NE(featureIds, nullptr);
+  ASSERT_FALSE(featureIds->getDataFormat().empty());
+  EXPECT_EQ(CV::VtkBridge::WrapDataArray(ds->getSharedData(featureIds->getId())), nullptr);
+  // The grid itself needs no arrays: it wraps, without the out-of-core cell array.
+  auto image = CV::VtkBridge::WrapGeometry(grains)->m_DataSet;
+  ASSERT_NE(image, nullptr);
+  EXPECT_EQ(image->GetCellData()->GetArray("FeatureIds"), nullptr);
+
+  // A mesh whose vertex list lives out of core cannot be drawn: no dataset.
+  auto hexes = CV::VtkBridge::FindGeometry(ds, "Hexes");
+  ASSERT_FALSE(dynamic_cast<HexahedralGeom&>(*hexes).getVertices()->getDataFormat().empty());
+  EXPECT_EQ(CV::VtkBridge::WrapGeometry(hexes)->m_DataSet, nullptr);
+
+  // The same array in memory wraps as usual.
+  auto* inMemory = written->getDataAs<Int32Array>(DataPath({"Scan", "Grains", "Cell Data", "FeatureIds"}));
+  EXPECT_NE(CV::VtkBridge::WrapDataArray(written->getSharedData(inMemory->getId())), nullptr);
 }
