@@ -3,6 +3,7 @@
 #include <QRegularExpression>
 
 #include <vtkObjectFactory.h>
+#include <vtkOutputWindow.h>
 
 vtkStandardNewMacro(VXErrorObserver);
 
@@ -10,7 +11,19 @@ void VXErrorObserver::Execute(vtkObject* /*caller*/, unsigned long eventId, void
 {
   if (eventId == vtkCommand::ErrorEvent || eventId == vtkCommand::WarningEvent)
   {
-    addMessage(static_cast<const char*>(callData));
+    const char* text = static_cast<const char*>(callData);
+    addMessage(text);
+    if (m_PassThrough != nullptr && text != nullptr)
+    {
+      if (eventId == vtkCommand::ErrorEvent)
+      {
+        m_PassThrough->DisplayErrorText(text);
+      }
+      else
+      {
+        m_PassThrough->DisplayWarningText(text);
+      }
+    }
   }
 }
 

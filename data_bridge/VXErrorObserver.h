@@ -5,8 +5,11 @@
 
 #include <vtkCommand.h>
 
+class vtkOutputWindow;
+
 // Collects the text of VTK error events (and, when observed for them, warning events), so that a
-// failed read or write becomes one message for the user instead of lines on the console.
+// failed read or write becomes one message for the user. With a pass-through window set, each event
+// is still shown there, as VTK would have shown it without an observer.
 class VXErrorObserver : public vtkCommand
 {
 public:
@@ -23,6 +26,8 @@ public:
   QString errorText() const;
   void clear();
 
+  void setPassThrough(vtkOutputWindow* window) { m_PassThrough = window; }
+
   // "ERROR: In file, line N\nvtkSomeReader (0x1234): Cannot open file." gives "Cannot open file."
   static QString CleanMessage(const char* vtkMessage);
 
@@ -31,4 +36,5 @@ protected:
 
 private:
   QStringList m_Errors;
+  vtkOutputWindow* m_PassThrough = nullptr;
 };

@@ -2,13 +2,12 @@
 
 #include <vtkAlgorithm.h>
 #include <vtkExecutive.h>
-#include <vtkLogger.h>
 #include <vtkObjectFactory.h>
 #include <vtkOutputWindow.h>
 
 namespace
 {
-// Output window that hands errors to an observer and passes everything else to the window it replaced.
+// Output window that hands errors to an observer and passes every text on to the window it replaced.
 class VXCapturingOutputWindow : public vtkOutputWindow
 {
 public:
@@ -29,6 +28,7 @@ public:
     {
     case MESSAGE_TYPE_ERROR:
       m_Observer->addMessage(text);
+      m_Previous->DisplayErrorText(text);
       break;
     case MESSAGE_TYPE_WARNING:
     case MESSAGE_TYPE_GENERIC_WARNING:
@@ -36,10 +36,7 @@ public:
       {
         m_Observer->addMessage(text);
       }
-      else
-      {
-        m_Previous->DisplayWarningText(text);
-      }
+      m_Previous->DisplayWarningText(text);
       break;
     case MESSAGE_TYPE_DEBUG:
       m_Previous->DisplayDebugText(text);
@@ -69,10 +66,7 @@ VXVtkErrorCapture::VXVtkErrorCapture(bool warningsAreErrors)
   auto window = vtkSmartPointer<VXCapturingOutputWindow>::New();
   window->setTargets(m_Observer, m_PreviousWindow, warningsAreErrors);
   vtkOutputWindow::SetInstance(window);
-  // Errors of unobserved objects also go to VTK's logger, which prints them to stderr itself. With no
-  // log file or callback installed, the cutoff is the stderr level.
-  m_PreviousLoggerVerbosity = vtkLogger::GetCurrentVerbosityCutoff();
-  vtkLogger::SetStderrVerbosity(vtkLogger::VERBOSITY_OFF);
+  m_Observer->setPassThrough(m_PreviousWindow);
 }
 
 VXVtkErrorCapture::~VXVtkErrorCapture()
@@ -81,7 +75,6 @@ VXVtkErrorCapture::~VXVtkErrorCapture()
   {
     object->RemoveObserver(tag);
   }
-  vtkLogger::SetStderrVerbosity(static_cast<vtkLogger::Verbosity>(m_PreviousLoggerVerbosity));
   vtkOutputWindow::SetInstance(m_PreviousWindow);
 }
 

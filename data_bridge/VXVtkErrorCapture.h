@@ -12,8 +12,8 @@ class vtkObject;
 class vtkOutputWindow;
 
 // While alive, VTK errors of watched objects and of everything that prints through the output window
-// (executives, XML parsers, piece readers, image libraries) are collected instead of printed; VTK's
-// logger stays quiet on stderr meanwhile. Warnings and other text still reach the previous output
+// (executives, XML parsers, piece readers, image libraries) are collected, so a failed read becomes
+// one message; VTK's own output is left as it is, every text still reaches the previous output
 // window. Main thread only, like every VTK pipeline call here.
 class VXVtkErrorCapture
 {
@@ -37,7 +37,6 @@ public:
 private:
   vtkSmartPointer<VXErrorObserver> m_Observer;
   vtkSmartPointer<vtkOutputWindow> m_PreviousWindow;
-  int m_PreviousLoggerVerbosity = 0;
   bool m_WarningsAreErrors = false;
   std::vector<std::pair<vtkSmartPointer<vtkObject>, unsigned long>> m_Watched;
 };
