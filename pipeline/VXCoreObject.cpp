@@ -1,11 +1,17 @@
 #include "pipeline/VXCoreObject.h"
 
+#include "data_views/ZRVtkModuleUtils.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXPipeline.h"
+#include "platform/QElidedLabel.h"
+#include "platform/ZRIconPushButton.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXVisualizationWidget.h"
 
 #include <nlohmann/json.hpp>
+
+#include <QHBoxLayout>
+#include <QLabel>
 
 namespace
 {
@@ -98,11 +104,42 @@ QWidget* VXCoreObject::settingsWidget()
   return m_SettingsWidget;
 }
 
-QWidget* VXCoreObject::addSettingsWidgetTitle(ZRIconPushButton* /*helpButton*/,
-                                              ZRIconPushButton* /*closeButton*/)
+QWidget* VXCoreObject::addSettingsWidgetTitle(ZRIconPushButton* helpButton, ZRIconPushButton* closeButton)
 {
-  // The settings panel title belongs to the data view framework's widget helpers.
-  return nullptr;
+  auto* frame = new QFrame();
+  frame->setObjectName(QStringLiteral("settingsWidgetTitleFrame"));
+  auto* layout = new QHBoxLayout(frame);
+  layout->setContentsMargins(2, 2, 2, 2);
+  auto* nameLabel = new QLabel(name(), frame);
+  nameLabel->setObjectName(QStringLiteral("visSettingsTitleNameLabel"));
+  QFont bold = nameLabel->font();
+  bold.setBold(true);
+  nameLabel->setFont(bold);
+  layout->addWidget(nameLabel);
+  auto* pathLabel = new QElidedLabel(frame);
+  pathLabel->setObjectName(QStringLiteral("visSettingsTitlePathLabel"));
+  pathLabel->setText(pathName());
+  layout->addWidget(pathLabel, 1);
+  connect(this, &VXCoreObject::pathChanged, pathLabel,
+          [this, nameLabel, pathLabel](const QString& path)
+          {
+            nameLabel->setText(name());
+            pathLabel->setText(path);
+          });
+  for (ZRIconPushButton* button : {helpButton, closeButton})
+  {
+    if (button != nullptr)
+    {
+      layout->addWidget(button);
+    }
+  }
+  if (!m_SettingsScrollArea)
+  {
+    m_SettingsScrollArea = new QScrollArea();
+  }
+  m_SettingsFrame = frame;
+  m_SettingsWidget = ZRVtkModule::utils::CreateSettingsWidget(frame, m_SettingsScrollArea);
+  return m_SettingsWidget;
 }
 
 void VXCoreObject::addViewWidget(VXAbstractViewWidget* view)

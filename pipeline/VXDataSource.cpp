@@ -5,6 +5,7 @@
 #include "platform/ZRColorButton.h"
 #include "platform/ZRIconPushButton.h"
 #include "platform/ZRPreferences.h"
+#include "platform/ZRSectionHeader.h"
 #include "platform/ZRSettingsKeys.h"
 #include "platform/ZRStyle.h"
 
@@ -23,6 +24,8 @@
 #include <QGuiApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QScrollArea>
+#include <QVBoxLayout>
 
 namespace
 {
@@ -502,26 +505,32 @@ void VXDataSource::pasteToActiveSettings()
 
 void VXDataSource::initializeSettingsWidget()
 {
-  auto* widget = new QWidget();
-  auto* layout = new QGridLayout(widget);
-  layout->addWidget(new QLabel(QStringLiteral("Coloring")), 0, 0, 1, 3);
+  addSettingsWidgetTitle(nullptr, nullptr);
+  QWidget* content = m_SettingsScrollArea->widget();
+  auto* contentLayout = qobject_cast<QVBoxLayout*>(content->layout());
 
-  layout->addWidget(new QLabel(QStringLiteral("Solid Color: ")), 1, 0);
-  auto* solidColorButton = new ZRColorButton(widget);
+  auto* section = new ZRSectionHeader(QStringLiteral("Coloring"), content);
+  contentLayout->addWidget(section);
+  auto* controls = new QWidget(content);
+  auto* layout = new QGridLayout(controls);
+  layout->setContentsMargins(0, 0, 0, 0);
+
+  layout->addWidget(new QLabel(QStringLiteral("Solid Color: "), controls), 0, 0);
+  auto* solidColorButton = new ZRColorButton(controls);
   solidColorButton->setColor(m_SolidColor);
   solidColorButton->setToolTip(htmlToolTip(
       QStringLiteral("Edit the solid color for all child data views not separated from this geometry")));
   connect(solidColorButton, &ZRColorButton::colorChanged, this, &VXDataSource::setSolidColor);
-  layout->addWidget(solidColorButton, 1, 1);
+  layout->addWidget(solidColorButton, 0, 1, 1, 2);
 
-  auto* presetButton = new ZRIconPushButton(QStringLiteral("Edit"), widget);
+  auto* presetButton = new ZRIconPushButton(QStringLiteral("Edit"), controls);
   presetButton->setObjectName(QStringLiteral("m_ColorPresetButton"));
   presetButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("preset")));
   presetButton->setToolTip(htmlToolTip(
       QStringLiteral("Edit the color map for all child data views not separated from this geometry")));
-  layout->addWidget(presetButton, 2, 0);
+  layout->addWidget(presetButton, 1, 0);
 
-  auto* invertButton = new ZRIconPushButton(widget);
+  auto* invertButton = new ZRIconPushButton(controls);
   invertButton->setObjectName(QStringLiteral("m_InvertColorBtn"));
   invertButton->setCheckable(true);
   invertButton->setChecked(m_Inverted);
@@ -529,22 +538,23 @@ void VXDataSource::initializeSettingsWidget()
   invertButton->setToolTip(htmlToolTip(
       QStringLiteral("Invert the color map for all child data views not separated from this geometry")));
   connect(invertButton, &QPushButton::toggled, this, &VXDataSource::setColorsInverted);
-  layout->addWidget(invertButton, 2, 1);
+  layout->addWidget(invertButton, 1, 1);
 
-  auto* syncButton = new ZRIconPushButton(QStringLiteral("Sync"), widget);
+  auto* syncButton = new ZRIconPushButton(QStringLiteral("Sync"), controls);
   syncButton->setToolTip(htmlToolTip(
       QStringLiteral("Recursively change all child data view color map settings to match this geometry")));
   connect(syncButton, &QPushButton::clicked, this, &VXDataSource::syncChildColorMaps);
-  layout->addWidget(syncButton, 2, 2);
+  layout->addWidget(syncButton, 1, 2);
 
-  auto* saveDefaultsButton = new ZRIconPushButton(widget);
+  auto* saveDefaultsButton = new ZRIconPushButton(controls);
+  saveDefaultsButton->setObjectName(QStringLiteral("m_SaveDefaultsButton"));
   saveDefaultsButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("save")));
   saveDefaultsButton->setToolTip(
       htmlToolTip(QStringLiteral("Save the current settings as the default settings for all %1 types")
                       .arg(humanTypeName())));
   connect(saveDefaultsButton, &QPushButton::clicked, this, [this]() { writeSettings(); });
-  layout->addWidget(saveDefaultsButton, 3, 0);
-  layout->setRowStretch(4, 1);
+  layout->addWidget(saveDefaultsButton, 2, 0);
 
-  m_SettingsWidget = widget;
+  contentLayout->addWidget(controls);
+  contentLayout->addStretch(1);
 }

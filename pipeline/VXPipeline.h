@@ -1,6 +1,8 @@
 #pragma once
 
+#include "data_bridge/zr_contract/DataPath.h"
 #include "data_views/VXRepresentation.h"
+#include "platform/ArrayThresholdRange.h"
 
 #include <QList>
 #include <QObject>
@@ -13,13 +15,11 @@
 namespace zr::core
 {
 class DataStructure;
-class DataPath;
 } // namespace zr::core
 
 namespace ZR
 {
 class IPipelineController;
-struct ArrayThresholdRange;
 } // namespace ZR
 
 class VXAbstractViewWidget;
@@ -101,6 +101,9 @@ Q_SIGNALS:
   void requestRenderAll();
   void activeViewChanged(VXAbstractViewWidget* previousActiveView, VXAbstractViewWidget* currentActiveView);
   void representationViewInstanceAdded();
+  // Asks the host to make thresholds of its own pipeline from a chain of threshold filters.
+  void createMultiThresholdObjectsFilter(zr::core::DataPath geometryPath,
+                                         std::vector<ZR::ArrayThresholdRange> thresholds);
   void linkingDataViews(bool isLinking);
   // Progress of a long file import, one line per step; the host shows it while the import runs.
   void importProgress(QString message);

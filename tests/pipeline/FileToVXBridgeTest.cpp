@@ -76,6 +76,7 @@ TEST(FileToVXBridge, ReadsDatasetFilesWhateverTheSuffixCase)
   QTemporaryDir dir;
   const QString path = dir.filePath("LEGACY.VTK");
   ASSERT_TRUE(copyFile(fixture("vtk/legacy_ascii.vtk"), path));
+  qRegisterMetaType<VXDataSource*>();
   FileToVXBridge bridge;
   QSignalSpy added(&bridge, &VXBridgeObject::dataSourceAdded);
   bridge.import(path);

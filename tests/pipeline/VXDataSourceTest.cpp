@@ -17,7 +17,10 @@
 #include <nlohmann/json.hpp>
 
 #include <QClipboard>
+#include <QFrame>
 #include <QGuiApplication>
+#include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 
 #include <gtest/gtest.h>
@@ -120,7 +123,9 @@ TEST(VXDataSource, VisibilityOffClearsAndOnUpdates)
   source.setPipeline(&pipeline);
   source.setDataSet(makeImage());
   QSignalSpy cleared(&source, &VXCoreObject::requestClear);
-  QSignalSpy updated(&source, &VXCoreObject::requestUpdate);
+  QList<int> updated; // the signal carries a VTK pointer, which a QSignalSpy cannot hold
+  QObject::connect(&source, &VXCoreObject::requestUpdate,
+                   [&updated](const QString&, vtkDataSet*) { updated << 1; });
 
   source.setVisibility(true);
   EXPECT_TRUE(source.isVisible());
@@ -231,4 +236,44 @@ TEST(VXDataSource, UserDefaultsGoThroughTheSettings)
   fresh.setSolidColor(QColor(255, 255, 255));
   fresh.setColorsInverted(false);
   fresh.storeSettings();
+}
+
+TEST(VXDataSource, SettingsPanelNeedsAnActiveViewAndDrivesTheColourState)
+{
+  VXPipeline pipeline;
+  VXDataSource source;
+  source.setPipeline(&pipeline);
+  source.setBaseName(QStringLiteral("Grains"));
+  EXPECT_EQ(source.settingsWidget(), nullptr);
+
+  VXViewWidget view;
+  pipeline.setActiveViewWidget(&view);
+  std::unique_ptr<QWidget> panel(source.settingsWidget());
+  ASSERT_NE(panel, nullptr);
+  EXPECT_EQ(source.settingsWidget(), panel.get()); // built once
+  EXPECT_EQ(panel->objectName(), QStringLiteral("vxInfoWidgetSettingsWidget"));
+  ASSERT_NE(panel->findChild<QFrame*>(QStringLiteral("settingsWidgetTitleFrame")), nullptr);
+  auto* title = panel->findChild<QLabel*>(QStringLiteral("visSettingsTitleNameLabel"));
+  ASSERT_NE(title, nullptr);
+  EXPECT_EQ(title->text(), QStringLiteral("Grains"));
+  source.setNameSuffixCounter(2);
+  EXPECT_EQ(title->text(), QStringLiteral("Grains 2"));
+
+  auto* invert = panel->findChild<QPushButton*>(QStringLiteral("m_InvertColorBtn"));
+  ASSERT_NE(invert, nullptr);
+  EXPECT_EQ(invert->toolTip(),
+            QStringLiteral("<html><head/><body><p>Invert the color map for all child data views "
+                           "not separated from this geometry</p></body></html>"));
+  QSignalSpy inverted(&source, &VXDataSource::invertColorMap);
+  invert->click();
+  EXPECT_TRUE(source.getIsInverted());
+  ASSERT_EQ(inverted.count(), 1);
+  EXPECT_TRUE(inverted.front().front().toBool());
+  auto* preset = panel->findChild<QPushButton*>(QStringLiteral("m_ColorPresetButton"));
+  ASSERT_NE(preset, nullptr);
+  EXPECT_EQ(preset->text(), QStringLiteral("Edit"));
+  auto* saveDefaults = panel->findChild<QPushButton*>(QStringLiteral("m_SaveDefaultsButton"));
+  ASSERT_NE(saveDefaults, nullptr);
+  EXPECT_TRUE(saveDefaults->toolTip().contains(
+      QStringLiteral("Save the current settings as the default settings for all Data Source types")));
 }
