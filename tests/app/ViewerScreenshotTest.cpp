@@ -1,8 +1,5 @@
 // Runs the viewer program itself, as a user's script would, and checks the frames it writes.
-#include <vtkImageData.h>
-#include <vtkImageDifference.h>
-#include <vtkNew.h>
-#include <vtkSmartPointer.h>
+#include "common/ZRImageBaseline.h"
 
 #include <QDir>
 #include <QImage>
@@ -10,9 +7,6 @@
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <cstring>
 
 namespace
 {
@@ -43,48 +37,9 @@ ViewerRun runViewer(const QStringList& arguments)
   return run;
 }
 
-vtkSmartPointer<vtkImageData> toVtkImage(const QImage& image)
-{
-  const QImage rgb = image.convertToFormat(QImage::Format_RGB888);
-  auto data = vtkSmartPointer<vtkImageData>::New();
-  data->SetDimensions(rgb.width(), rgb.height(), 1);
-  data->AllocateScalars(VTK_UNSIGNED_CHAR, 3);
-  auto* out = static_cast<unsigned char*>(data->GetScalarPointer());
-  for (int row = 0; row < rgb.height(); ++row)
-  {
-    std::memcpy(out + static_cast<std::size_t>(row) * rgb.width() * 3, rgb.constScanLine(row),
-                static_cast<std::size_t>(rgb.width()) * 3);
-  }
-  return data;
-}
-
-// With ZR_REGENERATE_BASELINES=1 the frame becomes the new baseline.
 ::testing::AssertionResult matchesBaseline(const QImage& image, const QString& name)
 {
-  const QString path = QDir(k_BaselineDir).filePath(name + QStringLiteral(".png"));
-  const char* regenerate = std::getenv("ZR_REGENERATE_BASELINES");
-  if (regenerate != nullptr && std::strcmp(regenerate, "1") == 0)
-  {
-    return image.convertToFormat(QImage::Format_RGB888).save(path)
-               ? ::testing::AssertionSuccess()
-               : ::testing::AssertionFailure() << "cannot write";
-  }
-  const QImage expected(path);
-  if (expected.isNull() || expected.size() != image.size())
-  {
-    return ::testing::AssertionFailure() << "no baseline of that size at " << path.toStdString();
-  }
-  vtkNew<vtkImageDifference> difference;
-  difference->SetInputData(toVtkImage(image));
-  difference->SetImageData(toVtkImage(expected));
-  difference->Update();
-  const double error = difference->GetThresholdedError();
-  if (error > k_Tolerance)
-  {
-    image.save(QStringLiteral(ZR_TEST_BINARY_DIR "/") + name + QStringLiteral("-actual.png"));
-    return ::testing::AssertionFailure() << name.toStdString() << ": image error " << error;
-  }
-  return ::testing::AssertionSuccess();
+  return ZRTest::MatchesBaseline(image, k_BaselineDir, name, k_Tolerance);
 }
 } // namespace
 

@@ -1,9 +1,9 @@
 #include "RenderWindowTestUtils.h"
 
+#include "common/ZRImageBaseline.h"
+
 #include <vtkActor.h>
 #include <vtkCubeSource.h>
-#include <vtkImageData.h>
-#include <vtkImageDifference.h>
 #include <vtkNew.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
@@ -13,28 +13,10 @@
 #include <QDir>
 #include <QTest>
 
-#include <cstdlib>
-#include <cstring>
-
 namespace zr_test
 {
 namespace
 {
-vtkSmartPointer<vtkImageData> toVtkImage(const QImage& image)
-{
-  const QImage rgb = image.convertToFormat(QImage::Format_RGB888);
-  auto data = vtkSmartPointer<vtkImageData>::New();
-  data->SetDimensions(rgb.width(), rgb.height(), 1);
-  data->AllocateScalars(VTK_UNSIGNED_CHAR, 3);
-  auto* out = static_cast<unsigned char*>(data->GetScalarPointer());
-  for (int row = 0; row < rgb.height(); ++row)
-  {
-    std::memcpy(out + static_cast<std::size_t>(row) * rgb.width() * 3, rgb.constScanLine(row),
-                static_cast<std::size_t>(rgb.width()) * 3);
-  }
-  return data;
-}
-
 vtkSmartPointer<vtkActor> makeActor(vtkAlgorithm* source, double r, double g, double b)
 {
   vtkNew<vtkPolyDataMapper> mapper;
@@ -84,50 +66,12 @@ vtkSmartPointer<vtkActor> makeCubeActor(double x, double y, double z, double r, 
 
 double imageError(const QImage& actual, const QImage& expected)
 {
-  if (actual.size() != expected.size())
-  {
-    return 1e9;
-  }
-  vtkNew<vtkImageDifference> difference;
-  difference->SetInputData(toVtkImage(actual));
-  difference->SetImageData(toVtkImage(expected));
-  difference->Update();
-  return difference->GetThresholdedError();
+  return ZRTest::ImageError(actual, expected);
 }
 
 ::testing::AssertionResult matchesBaseline(const QImage& image, const std::string& name)
 {
-  if (image.isNull())
-  {
-    return ::testing::AssertionFailure() << "no image was captured for " << name;
-  }
-  const QString path =
-      QDir(QStringLiteral(ZR_VIEWS_BASELINE_DIR)).filePath(QString::fromStdString(name) + ".png");
-  const char* regenerate = std::getenv("ZR_REGENERATE_BASELINES");
-  if (regenerate != nullptr && std::string(regenerate) == "1")
-  {
-    if (!image.convertToFormat(QImage::Format_RGB888).save(path))
-    {
-      return ::testing::AssertionFailure() << "could not write " << path.toStdString();
-    }
-    return ::testing::AssertionSuccess() << "regenerated " << path.toStdString();
-  }
-  const QImage expected(path);
-  if (expected.isNull())
-  {
-    return ::testing::AssertionFailure()
-           << "missing baseline " << path.toStdString() << " (run tests/views/regenerate-baselines.sh)";
-  }
-  const double error = imageError(image, expected);
-  if (error > k_BaselineTolerance)
-  {
-    const QString actualPath =
-        QDir(QStringLiteral(ZR_TEST_BINARY_DIR)).filePath(QString::fromStdString(name) + "-actual.png");
-    image.save(actualPath);
-    return ::testing::AssertionFailure()
-           << name << ": image error " << error << " above " << k_BaselineTolerance << "; frame written to "
-           << actualPath.toStdString();
-  }
-  return ::testing::AssertionSuccess();
+  return ZRTest::MatchesBaseline(image, QStringLiteral(ZR_VIEWS_BASELINE_DIR), QString::fromStdString(name),
+                                 k_BaselineTolerance);
 }
 } // namespace zr_test
