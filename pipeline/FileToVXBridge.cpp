@@ -2,7 +2,6 @@
 
 #include "data_bridge/ZRVtkDatasetReaders.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
-#include "data_bridge/zr_contract/KestrixIO.h"
 #include "pipeline/VXDataSource.h"
 #include "platform/ZRStyle.h"
 
@@ -46,16 +45,6 @@ vtkSmartPointer<vtkDataSet> readDataSet(const QString& path, const QString& suff
   return nullptr;
 }
 
-std::shared_ptr<zr::core::DataStructure> readKestrix(const QString& path,
-                                                     const zr::core::KESTRIX::ProgressCallback& progress)
-{
-  auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false, progress);
-  if (!result.valid())
-  {
-    return nullptr;
-  }
-  return std::make_shared<zr::core::DataStructure>(std::move(result.value()));
-}
 } // namespace
 
 FileToVXBridge::FileToVXBridge(QObject* parent)
@@ -97,7 +86,7 @@ QStringList FileToVXBridge::watchedFiles() const
   return m_Watcher != nullptr ? m_Watcher->files() : QStringList();
 }
 
-zr::core::KESTRIX::ProgressCallback FileToVXBridge::progressCallback()
+std::function<void(const std::string&)> FileToVXBridge::progressCallback()
 {
   return [this](const std::string& message) { Q_EMIT importProgress(QString::fromStdString(message)); };
 }
@@ -124,7 +113,7 @@ void FileToVXBridge::import(const QString& path)
   if (suffix == ZRVtkLib::io::KESTRIX_EXT)
   {
     // An unreadable file leaves the item in the tree without sources.
-    if (auto dataStructure = readKestrix(path, progressCallback()))
+    if (auto dataStructure = ReadKestrixFile(path, progressCallback()))
     {
       importDataStructure(dataStructure);
     }
@@ -187,7 +176,7 @@ void FileToVXBridge::reload()
           .arg(m_FilePath);
   if (suffix == ZRVtkLib::io::KESTRIX_EXT)
   {
-    auto dataStructure = readKestrix(m_FilePath, progressCallback());
+    auto dataStructure = ReadKestrixFile(m_FilePath, progressCallback());
     if (dataStructure == nullptr)
     {
       Q_EMIT sendPopupMessage(QStringLiteral("Reload File Error"), readError);

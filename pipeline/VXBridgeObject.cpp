@@ -3,6 +3,7 @@
 #include "data_bridge/CVVtkBridge.h"
 #include "data_bridge/zr_contract/DataStructure.h"
 #include "data_bridge/zr_contract/IGeometry.h"
+#include "data_bridge/zr_contract/KestrixIO.h"
 #include "pipeline/VXDataSource.h"
 
 #include <algorithm>
@@ -66,6 +67,17 @@ void VXBridgeObject::reportMultipleParents(const QString& geometryName)
           .arg(geometryName);
   Q_EMIT sendPopupMessage(QStringLiteral("Geometry Not Loaded"), text);
   Q_EMIT sendOutputMessage(text);
+}
+
+std::shared_ptr<zr::core::DataStructure>
+VXBridgeObject::ReadKestrixFile(const QString& path, const std::function<void(const std::string&)>& progress)
+{
+  auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false, progress);
+  if (!result.valid())
+  {
+    return nullptr;
+  }
+  return std::make_shared<zr::core::DataStructure>(std::move(result.value()));
 }
 
 void VXBridgeObject::addDataSource(VXDataSource* dataSource)

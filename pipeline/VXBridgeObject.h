@@ -8,7 +8,9 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
+#include <string>
 
 namespace zr::core
 {
@@ -60,6 +62,10 @@ Q_SIGNALS:
   void nameChanged(QString name);
 
 protected:
+  // The structure of a .kestrix file with its data loaded, or null when the file can't be read.
+  static std::shared_ptr<zr::core::DataStructure>
+  ReadKestrixFile(const QString& path, const std::function<void(const std::string&)>& progress = {});
+
   void addDataSource(VXDataSource* dataSource);
   void reportMultipleParents(const QString& geometryName);
 

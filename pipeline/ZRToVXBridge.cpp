@@ -1,6 +1,5 @@
 #include "pipeline/ZRToVXBridge.h"
 
-#include "data_bridge/zr_contract/KestrixIO.h"
 #include "platform/IPipelineController.h"
 #include "platform/ZRStyle.h"
 
@@ -100,10 +99,9 @@ void ZRToVXBridge::read(const nlohmann::json& json)
     return;
   }
   m_FilePath = path;
-  auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false);
-  if (result.valid())
+  if (auto dataStructure = ReadKestrixFile(path))
   {
-    importDataStructure(std::make_shared<zr::core::DataStructure>(std::move(result.value())));
+    importDataStructure(dataStructure);
   }
   m_PipelineUuid = QString::fromStdString(json.at(k_UuidKey).get<std::string>());
   setName(QString::fromStdString(json.at(k_ItemNameKey).get<std::string>()), getNameSuffixCounter());
