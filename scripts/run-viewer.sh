@@ -1,10 +1,25 @@
 #!/usr/bin/env bash
 # Sets up, builds and starts the viewer; with no file it opens the bundled sample.
+#   scripts/run-viewer.sh [FILE...] [OPTION...]     any option of kestrix-viewer (see --help)
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/build.sh kestrix-viewer kestrix-sample-data >&2
 BUILD_DIR=${ZR_BUILD_DIR:-build}
-if [ $# -eq 0 ]; then
-  set -- "$BUILD_DIR/data/sample.kestrix"
+# Is any argument a file? Options that take a value consume the next argument.
+has_file=0
+skip_next=0
+for arg in "$@"; do
+  if [ $skip_next -eq 1 ]; then
+    skip_next=0
+    continue
+  fi
+  case "$arg" in
+    --screenshot | --size | --theme | --geometry) skip_next=1 ;;
+    -*) ;;
+    *) has_file=1 ;;
+  esac
+done
+if [ $has_file -eq 0 ]; then
+  set -- "$BUILD_DIR/data/sample.kestrix" "$@"
 fi
 exec "$BUILD_DIR/bin/kestrix-viewer" "$@"
