@@ -23,6 +23,8 @@ namespace
 const QString k_List = QStringLiteral("--list");
 const QString k_Convert = QStringLiteral("--convert");
 const QString k_Geometry = QStringLiteral("--geometry");
+const QString k_Help = QStringLiteral("--help");
+const QString k_HelpShort = QStringLiteral("-h");
 
 QTextStream& errorStream()
 {
@@ -30,11 +32,10 @@ QTextStream& errorStream()
   return s_Err;
 }
 
-void printUsage()
+void printUsage(QTextStream& stream)
 {
-  errorStream() << "Usage: kestrix-viewer --list FILE...\n"
-                   "       kestrix-viewer --convert IN OUT [--geometry NAME]\n";
-  errorStream().flush();
+  stream << ViewerCommandLine::usage();
+  stream.flush();
 }
 
 void fail(const QString& file, const QString& why)
@@ -152,13 +153,71 @@ bool writeByExtension(const QString& path, vtkDataSet* dataSet, QString* errorMe
 }
 } // namespace
 
+QString ViewerCommandLine::usage()
+{
+  return QStringLiteral(
+      "Usage: kestrix-viewer [FILE...] [--screenshot OUT.png [--size WxH]] [--theme light|dark]\n"
+      "       kestrix-viewer --list FILE...\n"
+      "       kestrix-viewer --convert IN OUT [--geometry NAME]\n"
+      "\n"
+      "Shows .kestrix files, VTK files (.vti .vtr .vts .vtu .vtp, their parallel forms .pvti ... .pvtp,\n"
+      "legacy .vtk), STL files and images (.png .jpg .jpeg .tif .tiff .bmp).\n"
+      "\n"
+      "In a window (needs a display):\n"
+      "  FILE...                  open the files; more can be dropped on the window\n"
+      "                             kestrix-viewer grains.kestrix part.stl\n"
+      "  --screenshot OUT.png     render the first frame of the files off screen, save it and exit\n"
+      "                             kestrix-viewer grains.kestrix --screenshot grains.png\n"
+      "  --size WxH               size of the screenshot in pixels (default 800x600)\n"
+      "                             kestrix-viewer part.stl --screenshot part.png --size 1280x800\n"
+      "  --theme light|dark       colour theme of the window (default light)\n"
+      "                             kestrix-viewer --theme dark grains.kestrix\n"
+      "\n"
+      "Without a display:\n"
+      "  --list FILE...           print the pipeline tree each file imports to: each data source with\n"
+      "                           its dataset class, counts, default data view and data path, and\n"
+      "                           each array with its components, ranges and data path\n"
+      "                             kestrix-viewer --list grains.kestrix mesh.vtu\n"
+      "  --convert IN OUT         write the dataset read from IN with the writer OUT's extension\n"
+      "                           names (.vti .vtr .vts .vtu .vtp .vtk)\n"
+      "                             kestrix-viewer --convert part.stl part.vtp\n"
+      "  --geometry NAME          with --convert: the geometry of a file that holds several\n"
+      "                             kestrix-viewer --convert grains.kestrix grains.vti --geometry Grains\n"
+      "  -h, --help               print this text and exit\n"
+      "\n"
+      "Messages go to standard error. Exit status: 0 on success, 1 when a file could not be read or\n"
+      "written, 2 for a command line that cannot be followed.\n");
+}
+
 bool ViewerCommandLine::handles(const QStringList& arguments)
 {
-  return !arguments.isEmpty() && (arguments.front() == k_List || arguments.front() == k_Convert);
+  return arguments.contains(k_Help) || arguments.contains(k_HelpShort) ||
+         (!arguments.isEmpty() && (arguments.front() == k_List || arguments.front() == k_Convert));
+}
+
+bool ViewerCommandLine::hasDisplay()
+{
+  return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY") ||
+         !qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM");
+}
+
+int ViewerCommandLine::refuseWithoutDisplay()
+{
+  errorStream() << "kestrix-viewer: no display to open a window on (DISPLAY is not set). The modes "
+                   "--list and --convert need none; under a headless session run the window modes "
+                   "with xvfb-run. See kestrix-viewer --help.\n";
+  errorStream().flush();
+  return 2;
 }
 
 int ViewerCommandLine::run(const QStringList& arguments)
 {
+  if (arguments.contains(k_Help) || arguments.contains(k_HelpShort))
+  {
+    QTextStream out(stdout);
+    printUsage(out);
+    return 0;
+  }
   if (arguments.size() >= 2 && arguments.front() == k_List)
   {
     return list(arguments.mid(1));
@@ -167,7 +226,7 @@ int ViewerCommandLine::run(const QStringList& arguments)
   {
     return convert(arguments.mid(1));
   }
-  printUsage();
+  printUsage(errorStream());
   return 2;
 }
 
@@ -203,7 +262,7 @@ int ViewerCommandLine::convert(const QStringList& arguments)
   }
   else if (arguments.size() != 2)
   {
-    printUsage();
+    printUsage(errorStream());
     return 2;
   }
 

@@ -1,5 +1,7 @@
 #include "app/ViewerTreePrinter.h"
 
+#include "data_bridge/CVVtkBridge.h"
+
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
@@ -43,13 +45,16 @@ void ViewerTreePrinter::printDataSource(VXDataSource& dataSource)
           : VXRepresentation::k_RepresentationTypeToString.value(type, QString::number(type));
   vtkDataSet* dataSet = dataSource.getOutput();
   m_Out << k_Indent << dataSource.name();
+  const std::string path = dataSource.importedDataPath().toString("/");
+  const QString pathText =
+      path.empty() ? QString() : QStringLiteral(" path: ") + QString::fromStdString(path);
   if (dataSet == nullptr)
   {
-    m_Out << " [no dataset] default view: " << typeName << '\n';
+    m_Out << " [no dataset] default view: " << typeName << pathText << '\n';
     return;
   }
   m_Out << " [" << dataSet->GetClassName() << "] points: " << dataSet->GetNumberOfPoints()
-        << " cells: " << dataSet->GetNumberOfCells() << " default view: " << typeName << '\n';
+        << " cells: " << dataSet->GetNumberOfCells() << " default view: " << typeName << pathText << '\n';
   printArrays(dataSet->GetPointData(), QStringLiteral("point"));
   printArrays(dataSet->GetCellData(), QStringLiteral("cell"));
 }
@@ -71,6 +76,11 @@ void ViewerTreePrinter::printArrays(vtkDataSetAttributes* attributes, const QStr
       double range[2];
       array->GetRange(range, comp);
       m_Out << " [" << formatNumber(range[0]) << ", " << formatNumber(range[1]) << ']';
+    }
+    const std::string path = CV::VtkBridge::GetDataPath(array);
+    if (!path.empty())
+    {
+      m_Out << " path: " << QString::fromStdString(path);
     }
     m_Out << '\n';
   }

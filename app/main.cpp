@@ -15,6 +15,11 @@ int main(int argc, char** argv)
   }
   if (!ViewerCommandLine::handles(arguments))
   {
+    // Without a display Qt would abort while connecting: say why instead.
+    if (!ViewerCommandLine::hasDisplay())
+    {
+      return ViewerCommandLine::refuseWithoutDisplay();
+    }
     return ViewerApplication::run(argc, argv);
   }
   QCoreApplication app(argc, argv);

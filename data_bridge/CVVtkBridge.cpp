@@ -27,6 +27,7 @@
 #include <vtkImageData.h>
 #include <vtkInformation.h>
 #include <vtkInformationIntegerVectorKey.h>
+#include <vtkInformationStringKey.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
@@ -141,6 +142,14 @@ void addAttributeArrays(vtkDataSet* dataSet, DataStructure& dataStructure, const
       std::cout << arrayKind << " Array '" << array->GetName() << "' has Tuple Count of " << tupleCount
                 << " but the Geometry " << countKind << " count is " << expectedTuples << std::endl;
       continue;
+    }
+    if (const std::shared_ptr<DataObject> object = dataStructure.getSharedData(id))
+    {
+      const std::vector<DataPath> paths = object->getDataPaths();
+      if (!paths.empty())
+      {
+        array->GetInformation()->Set(DataPathKey(), paths.front().toString("/").c_str());
+      }
     }
     attributes->AddArray(array);
     if (numComponents == 1)
@@ -303,6 +312,22 @@ vtkInformationIntegerVectorKey* TupleShapeKey()
   static vtkInformationIntegerVectorKey* s_Key =
       vtkInformationIntegerVectorKey::MakeKey("IntegerVector", "TupleShape", -1);
   return s_Key;
+}
+
+vtkInformationStringKey* DataPathKey()
+{
+  static vtkInformationStringKey* s_Key = vtkInformationStringKey::MakeKey("DataPath", "ZRVtkBridge");
+  return s_Key;
+}
+
+std::string GetDataPath(vtkDataArray* array)
+{
+  vtkInformation* info = array != nullptr ? array->GetInformation() : nullptr;
+  if (info == nullptr || !info->Has(DataPathKey()))
+  {
+    return {};
+  }
+  return info->Get(DataPathKey());
 }
 
 vtkSmartPointer<vtkDataArray> WrapDataArray(const std::shared_ptr<DataObject>& object)

@@ -20,6 +20,7 @@ class IGeometry;
 } // namespace zr::core
 
 class vtkInformationIntegerVectorKey;
+class vtkInformationStringKey;
 
 /**
  * Builds VTK datasets over the geometries of a data structure without copying attribute arrays,
@@ -50,4 +51,9 @@ void AddOriginalCellIdsArray(vtkDataSet* dataSet);
 
 // The information key under which every wrapped array carries its host tuple shape.
 vtkInformationIntegerVectorKey* TupleShapeKey();
+
+// The information key under which every wrapped attribute array carries its host data path
+// ("Sample/Grains/Cell Data/FeatureIds"), the name by which users and scripts address it.
+vtkInformationStringKey* DataPathKey();
+std::string GetDataPath(vtkDataArray* array);
 } // namespace CV::VtkBridge

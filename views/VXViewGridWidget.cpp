@@ -187,7 +187,6 @@ void VXViewGridWidget::loadGridRecord(const nlohmann::json& input, VXViewWidget*
     cells = &(*it);
   }
   bool existingPlaced = false;
-  int largestId = 0;
   VXAbstractViewWidget* active = nullptr;
   for (int r = 0; r < rowCount(); ++r)
   {
@@ -236,7 +235,6 @@ void VXViewGridWidget::loadGridRecord(const nlohmann::json& input, VXViewWidget*
       view->loadState(state);
       connectWidget(view);
       view->show();
-      largestId = std::max(largestId, view->getSplitId());
       if (state.is_object() && state.contains("active_view") && state["active_view"].get<bool>())
       {
         active = view;
@@ -248,12 +246,8 @@ void VXViewGridWidget::loadGridRecord(const nlohmann::json& input, VXViewWidget*
   {
     // A record without a single view: keep the existing one rather than show nothing.
     placeAlone(existing);
-    largestId = existing->getSplitId();
   }
-  if (VXViewWidget::nextSplitViewId() <= largestId)
-  {
-    VXViewWidget::setNextSplitViewId(largestId + 1);
-  }
+  raiseNextSplitViewIdAboveLoaded();
   if (active == nullptr && !allViews().isEmpty())
   {
     active = allViews().front();
@@ -266,6 +260,23 @@ void VXViewGridWidget::loadGridRecord(const nlohmann::json& input, VXViewWidget*
   }
   updateAllClosable();
   layoutChildren();
+}
+
+void VXViewGridWidget::raiseNextSplitViewIdAboveLoaded()
+{
+  // Split ids are never reused in a session: the next split goes above every id a file brought.
+  int largestId = 0;
+  for (VXAbstractViewWidget* view : allViews())
+  {
+    if (auto* splitView = qobject_cast<VXViewWidget*>(view))
+    {
+      largestId = std::max(largestId, splitView->getSplitId());
+    }
+  }
+  if (VXViewWidget::nextSplitViewId() <= largestId)
+  {
+    VXViewWidget::setNextSplitViewId(largestId + 1);
+  }
 }
 
 void VXViewGridWidget::loadLegacyState(const nlohmann::json& input, VXViewWidget* existing)
@@ -282,6 +293,7 @@ void VXViewGridWidget::loadLegacyState(const nlohmann::json& input, VXViewWidget
   }
   placeAlone(existing);
   traverseLegacyNode(existing, input);
+  raiseNextSplitViewIdAboveLoaded();
   if (activeWidget() == nullptr && !allViews().isEmpty())
   {
     markWidgetActive(allViews().front());

@@ -49,6 +49,7 @@ protected:
 
 private:
   void loadLegacyState(const nlohmann::json& input, VXViewWidget* existing);
+  void raiseNextSplitViewIdAboveLoaded();
   void traverseLegacyNode(VXAbstractViewWidget* view, const nlohmann::json& node);
   void loadGridRecord(const nlohmann::json& input, VXViewWidget* existing);
   void placeWidget(int row, int col, VXViewWidget* view);

@@ -1,6 +1,8 @@
 // The viewer's scriptable modes, run as a user's script runs them.
 #include <QFile>
 #include <QProcess>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -14,9 +16,19 @@ struct RunResult
   QString err;
 };
 
-RunResult runViewer(const QStringList& arguments)
+// Runs the viewer as a script would; without a display when asked, as on a headless machine.
+RunResult runViewer(const QStringList& arguments, bool withDisplay = true)
 {
   QProcess process;
+  if (!withDisplay)
+  {
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    for (const char* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+    {
+      environment.remove(QString::fromLatin1(name));
+    }
+    process.setProcessEnvironment(environment);
+  }
   process.start(QStringLiteral(ZR_TEST_BINARY_DIR "/bin/kestrix-viewer"), arguments);
   process.waitForFinished(120000);
   return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
@@ -45,6 +57,45 @@ TEST(ViewerCommandLine, ListsTheSampleTree)
   EXPECT_TRUE(result.out.contains(QStringLiteral("[vtkUnstructuredGrid]")));
   // Booleans, neighbour lists and strings never reach VTK.
   EXPECT_FALSE(result.out.contains(QStringLiteral(" Mask ")));
+}
+
+TEST(ViewerCommandLine, ListsTheDataPathsArraysAreAddressedBy)
+{
+  const RunResult result = runViewer({"--list", k_Sample}, false);
+  ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+  EXPECT_TRUE(result.out.contains(QStringLiteral(" path: Sample/Grains\n"))) << result.out.toStdString();
+  EXPECT_TRUE(result.out.contains(
+      QRegularExpression(QStringLiteral("\n    cell FeatureIds components: 1 range: \\[1, \\d+\\] path: "
+                                        "Sample/Grains/Cell Data/FeatureIds\n"))))
+      << result.out.toStdString();
+  // Files without a data structure have no data paths to print.
+  const RunResult vtu = runViewer({"--list", fixture("vtk/unstructured.vtu")}, false);
+  EXPECT_FALSE(vtu.out.contains(QStringLiteral("path:"))) << vtu.out.toStdString();
+}
+
+TEST(ViewerCommandLine, HelpListsEveryModeWithoutADisplay)
+{
+  for (const QStringList& arguments :
+       {QStringList{"--help"}, QStringList{"-h"}, QStringList{"--list", "--help"}})
+  {
+    const RunResult result = runViewer(arguments, false);
+    EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
+    for (const char* option :
+         {"--list", "--convert", "--geometry", "--screenshot", "--size", "--theme", "--help"})
+    {
+      EXPECT_TRUE(result.out.contains(QString::fromLatin1(option))) << option;
+    }
+    EXPECT_TRUE(result.out.contains(
+        QStringLiteral("kestrix-viewer --convert grains.kestrix grains.vti --geometry Grains")));
+  }
+  // A window mode without a display says so instead of aborting.
+  const RunResult window = runViewer({k_Sample, "--screenshot", "out.png"}, false);
+  EXPECT_EQ(window.exitCode, 2);
+  EXPECT_TRUE(window.err.contains(QStringLiteral("no display"))) << window.err.toStdString();
+  // A wrong command line of the scriptable modes prints the usage to standard error.
+  const RunResult wrong = runViewer({"--convert", k_Sample}, false);
+  EXPECT_EQ(wrong.exitCode, 2);
+  EXPECT_TRUE(wrong.err.startsWith(QStringLiteral("Usage: kestrix-viewer")));
 }
 
 TEST(ViewerCommandLine, ListsEveryDatasetKindAndFailsOnBadFiles)

@@ -291,6 +291,7 @@ TEST_F(ViewGridTest, LegacyTreeRebuildsTheSplits)
       {"0", {{"split_view_index", 1}}},
       {"1",
        {{"split_view_orientation", 2}, {"0", {{"split_view_index", 5}}}, {"1", {{"split_view_index", 6}}}}}};
+  VXViewWidget::setNextSplitViewId(3);
   m_Grid->addColumn(first()); // replaced by the load
   m_Grid->loadState(legacy, first());
   ASSERT_EQ(m_Grid->viewCount(), 3);
@@ -300,6 +301,10 @@ TEST_F(ViewGridTest, LegacyTreeRebuildsTheSplits)
   EXPECT_EQ(viewAt(*m_Grid, 0)->height(), m_Grid->height());
   EXPECT_EQ(viewAt(*m_Grid, 1)->x(), viewAt(*m_Grid, 2)->x());
   EXPECT_NE(m_Grid->activeView(), nullptr);
+  // The next split goes above every loaded id: no second "Split View 6".
+  EXPECT_EQ(VXViewWidget::nextSplitViewId(), 7);
+  m_Grid->addColumn(first());
+  EXPECT_EQ(splitIds(*m_Grid).count(7), 1);
 
   // A branch without an orientation ends quietly.
   m_Grid->loadState(nlohmann::json{{"0", {{"split_view_index", 9}}}}, first());
