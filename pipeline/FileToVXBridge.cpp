@@ -7,10 +7,12 @@
 
 #include <nlohmann/json.hpp>
 
+#include <QDateTime>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QMessageBox>
+#include <QTimer>
 
 namespace
 {
@@ -50,8 +52,12 @@ vtkSmartPointer<vtkDataSet> readDataSet(const QString& path, const QString& suff
 FileToVXBridge::FileToVXBridge(QObject* parent)
     : VXBridgeObject(parent)
     , m_Watcher(new QFileSystemWatcher(this))
+    , m_QuietTimer(new QTimer(this))
 {
   connect(m_Watcher, &QFileSystemWatcher::fileChanged, this, &FileToVXBridge::onFileChanged);
+  m_QuietTimer->setSingleShot(true);
+  m_QuietTimer->setInterval(k_QuietPeriodMs);
+  connect(m_QuietTimer, &QTimer::timeout, this, &FileToVXBridge::onQuietTimeout);
 }
 
 FileToVXBridge::~FileToVXBridge() = default;
@@ -143,8 +149,24 @@ bool FileToVXBridge::relocate(const QString& text, const QString& caption)
   {
     return false;
   }
-  m_FilePath = chosen;
+  followPath(chosen);
   return true;
+}
+
+void FileToVXBridge::followPath(const QString& path)
+{
+  const QString oldPath = m_FilePath;
+  m_FilePath = path;
+  m_Watcher->removePath(oldPath);
+  if (QFileInfo::exists(path))
+  {
+    m_Watcher->addPath(path);
+  }
+  // An item that still carries the old file's name takes the new one; a name the user gave stays.
+  if (baseName() == QFileInfo(oldPath).fileName())
+  {
+    setName(QFileInfo(path).fileName(), 0);
+  }
 }
 
 void FileToVXBridge::reload()
@@ -213,10 +235,10 @@ void FileToVXBridge::onFileChanged(QString filePath)
   }
   if (m_Watcher->files().contains(filePath))
   {
-    setAutoReloadLost(false);
-    reload();
+    armQuietTimer();
     return;
   }
+  m_QuietTimer->stop();
   // Replaced by a rename or deleted: the watcher has let go of the path.
   setAutoReloadLost(true);
   Q_EMIT sendFileMovedMessage(
@@ -225,6 +247,36 @@ void FileToVXBridge::onFileChanged(QString filePath)
           "deleted.\nYou can save the data or locate the file for auto reloading again by right clicking "
           "the item in the tree view and selecting the appropriate option.")
           .arg(name(), filePath));
+}
+
+void FileToVXBridge::armQuietTimer()
+{
+  const QFileInfo info(m_FilePath);
+  m_PendingSize = info.exists() ? info.size() : -1;
+  m_PendingModified = info.exists() ? info.lastModified().toMSecsSinceEpoch() : -1;
+  m_QuietTimer->start();
+}
+
+void FileToVXBridge::onQuietTimeout()
+{
+  if (!m_Watcher->files().contains(m_FilePath))
+  {
+    return; // renamed or deleted meanwhile: the watcher has told us so
+  }
+  const QFileInfo info(m_FilePath);
+  const bool changed = !info.exists() || info.size() != m_PendingSize ||
+                       info.lastModified().toMSecsSinceEpoch() != m_PendingModified;
+  if (changed)
+  {
+    armQuietTimer(); // still being written
+    return;
+  }
+  if (info.size() == 0)
+  {
+    return; // truncated and not filled yet: the watcher calls again when it is written
+  }
+  setAutoReloadLost(false);
+  reload();
 }
 
 void FileToVXBridge::setWatchFile(bool watch)
@@ -256,7 +308,10 @@ void FileToVXBridge::setWatchFile(bool watch)
     }
   }
   setAutoReloadLost(false);
-  m_Watcher->addPath(m_FilePath);
+  if (!isWatchingFile())
+  {
+    m_Watcher->addPath(m_FilePath);
+  }
   reload();
 }
 

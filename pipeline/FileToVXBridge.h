@@ -9,11 +9,13 @@
 #include <string>
 
 class QFileSystemWatcher;
+class QTimer;
 
 /**
  * A top-level item that stands for a file on disk. It follows the file with a file system watcher:
- * a file written in place reloads; a file replaced by a rename (what most editors do) takes the path
- * off the watcher, and the item is flagged as no longer following the file.
+ * a file written in place reloads once it has been quiet for a moment; a file replaced by a rename
+ * (what most editors do) takes the path off the watcher, and the item is flagged as no longer
+ * following the file.
  */
 class FileToVXBridge : public VXBridgeObject
 {
@@ -37,6 +39,9 @@ public:
   QStringList watchedFiles() const;
   bool autoReloadFlagged() const { return m_AutoReloadLost; }
 
+  /** @brief How long a changed file must keep its size and time before it is reloaded. */
+  static constexpr int k_QuietPeriodMs = 300;
+
 public Q_SLOTS:
   void onFileChanged(QString filePath);
 
@@ -55,8 +60,15 @@ private:
   void setAutoReloadLost(bool lost);
   std::function<void(const std::string&)> progressCallback();
   bool relocate(const QString& text, const QString& caption);
+  void followPath(const QString& path);
+  void armQuietTimer();
+  void onQuietTimeout();
 
   QString m_FilePath;
   bool m_AutoReloadLost = false;
   QFileSystemWatcher* m_Watcher = nullptr;
+  // A writer may truncate a file and fill it in several steps: reload when it has stopped changing.
+  QTimer* m_QuietTimer = nullptr;
+  qint64 m_PendingSize = -1;
+  qint64 m_PendingModified = -1;
 };

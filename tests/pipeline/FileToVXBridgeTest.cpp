@@ -178,6 +178,37 @@ TEST(FileToVXBridge, FileWrittenInPlaceReloads)
   EXPECT_TRUE(bridge.isWatchingFile());
 }
 
+TEST(FileToVXBridge, SlowWriterIsReloadedOnceWhenTheFileIsComplete)
+{
+  QTemporaryDir dir;
+  const QString path = dir.filePath("data.vtu");
+  ASSERT_TRUE(copyFile(fixture("vtk/unstructured.vtu"), path));
+  FileToVXBridge bridge;
+  bridge.import(path);
+  ASSERT_EQ(bridge.dataSources().size(), 1);
+  Messages messages(&bridge);
+  QSignalSpy reloaded(&bridge, &VXBridgeObject::pipelineOutputReloaded);
+
+  QFile source(fixture("vtk/unstructured.vtu"));
+  ASSERT_TRUE(source.open(QIODevice::ReadOnly));
+  const QByteArray content = source.readAll();
+  QFile target(path);
+  // Truncate, write half, pause for less than the quiet period, write the rest.
+  ASSERT_TRUE(target.open(QIODevice::ReadWrite | QIODevice::Truncate));
+  target.write(content.left(content.size() / 2));
+  target.flush();
+  QTest::qWait(FileToVXBridge::k_QuietPeriodMs / 3);
+  EXPECT_EQ(reloaded.count(), 0);
+  target.write(content.mid(content.size() / 2));
+  target.close();
+
+  ASSERT_TRUE(waitFor([&]() { return reloaded.count() > 0; }));
+  QTest::qWait(FileToVXBridge::k_QuietPeriodMs * 2);
+  EXPECT_EQ(reloaded.count(), 1);
+  EXPECT_TRUE(messages.m_Popups.isEmpty()) << messages.m_Popups.join('\n').toStdString();
+  EXPECT_EQ(bridge.dataSources().front()->getOutput()->GetNumberOfCells(), 2);
+}
+
 TEST(FileToVXBridge, FileReplacedByRenameIsFlaggedAndNotReloaded)
 {
   QTemporaryDir dir;
@@ -227,11 +258,30 @@ TEST(FileToVXBridge, MissingFileOnReloadAsksToLocateIt)
   EXPECT_EQ(reloaded.count(), 0);
 
   bridge.m_Answer = true;
-  bridge.m_ChosenFile = fixture("vtk/unstructured.vtu");
+  const QString found = dir.filePath("found.vtu");
+  ASSERT_TRUE(copyFile(fixture("vtk/unstructured.vtu"), found));
+  bridge.m_ChosenFile = found;
   bridge.reload();
   EXPECT_EQ(reloaded.count(), 1);
-  EXPECT_EQ(bridge.filePath(), bridge.m_ChosenFile);
+  EXPECT_EQ(bridge.filePath(), found);
   EXPECT_EQ(bridge.dataSources().front()->getOutput()->GetNumberOfCells(), 2);
+  // The item follows the new file: its name and the watcher.
+  EXPECT_EQ(bridge.name(), QStringLiteral("found.vtu"));
+  EXPECT_TRUE(bridge.isWatchingFile());
+  EXPECT_EQ(bridge.watchedFiles(), QStringList{found});
+  {
+    QFile file(found);
+    ASSERT_TRUE(file.open(QIODevice::Append));
+    file.write("\n");
+  }
+  ASSERT_TRUE(waitFor([&]() { return reloaded.count() > 1; }));
+
+  // A name the user gave survives a relocation.
+  bridge.setName(QStringLiteral("My Mesh"), 0);
+  ASSERT_TRUE(QFile::remove(found));
+  bridge.m_ChosenFile = fixture("vtk/unstructured.vtu");
+  bridge.reload();
+  EXPECT_EQ(bridge.name(), QStringLiteral("My Mesh"));
 }
 
 TEST(FileToVXBridge, StateRecordRoundTrip)
