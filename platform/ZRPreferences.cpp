@@ -8,6 +8,16 @@ namespace
 const QStringList k_DefaultOrientationMarkerText = {QStringLiteral("+X"), QStringLiteral("-X"),
                                                     QStringLiteral("+Y"), QStringLiteral("-Y"),
                                                     QStringLiteral("+Z"), QStringLiteral("-Z")};
+
+// A stored preset replaces the current one only when it parses as a preset object.
+void readPreset(const QString& text, zr::core::ColorTableUtilities::ColorPreset& preset)
+{
+  const nlohmann::json json = nlohmann::json::parse(text.toStdString(), nullptr, false);
+  if (json.is_object())
+  {
+    preset = zr::core::ColorTableUtilities::ColorPreset(json);
+  }
+}
 } // namespace
 
 ZRPreferences* ZRPreferences::Instance()
@@ -43,6 +53,7 @@ void ZRPreferences::restoreDefaults()
   m_DefaultNotation = k_AutoNotation;
   m_DefaultPrecision = 6;
   m_DefaultColorPreset = builtInColorPreset();
+  m_DefaultIndexedColorPreset = builtInIndexedColorPreset();
 }
 
 zr::core::ColorTableUtilities::ColorPreset ZRPreferences::builtInColorPreset()
@@ -55,6 +66,30 @@ zr::core::ColorTableUtilities::ColorPreset ZRPreferences::builtInColorPreset()
   preset.m_NanColor = {1.0f, 1.0f, 0.0f};
   preset.m_DefaultMap = true;
   return preset;
+}
+
+zr::core::ColorTableUtilities::ColorPreset ZRPreferences::builtInIndexedColorPreset()
+{
+  zr::core::ColorTableUtilities::ColorPreset preset;
+  preset.m_Name = "Categories 12";
+  // Distinct hues at alternating lightness, so that neighbouring categories stay apart.
+  preset.m_IndexedColors = {0.122f, 0.471f, 0.706f, 1.0f,   0.498f, 0.055f, 0.173f, 0.627f, 0.173f,
+                            0.839f, 0.153f, 0.157f, 0.580f, 0.404f, 0.741f, 0.549f, 0.337f, 0.294f,
+                            0.890f, 0.467f, 0.761f, 0.498f, 0.498f, 0.498f, 0.737f, 0.741f, 0.133f,
+                            0.090f, 0.745f, 0.812f, 0.682f, 0.780f, 0.910f, 1.0f,   0.733f, 0.471f};
+  preset.m_NanColor = {1.0f, 1.0f, 0.0f};
+  preset.m_DefaultMap = true;
+  return preset;
+}
+
+zr::core::ColorTableUtilities::ColorPreset ZRPreferences::getDefaultIndexedColorPreset() const
+{
+  return m_DefaultIndexedColorPreset;
+}
+
+void ZRPreferences::setDefaultIndexedColorPreset(const zr::core::ColorTableUtilities::ColorPreset& preset)
+{
+  m_DefaultIndexedColorPreset = preset;
 }
 
 zr::core::ColorTableUtilities::ColorPreset ZRPreferences::getDefaultColorPreset() const
@@ -210,6 +245,8 @@ void ZRPreferences::readSettings()
   {
     setDefaultPrecision(settings.value(DefaultPrecisionKey).toInt());
   }
+  readPreset(settings.value(DefaultColorPresetKey).toString(), m_DefaultColorPreset);
+  readPreset(settings.value(DefaultIndexedColorPresetKey).toString(), m_DefaultIndexedColorPreset);
 }
 
 void ZRPreferences::writeSettings() const
@@ -225,5 +262,8 @@ void ZRPreferences::writeSettings() const
   settings.setValue(AllowMoreValuesThanIndexedColorsKey, m_AllowMoreValuesThanIndexedColors);
   settings.setValue(DefaultNotationKey, m_DefaultNotation);
   settings.setValue(DefaultPrecisionKey, m_DefaultPrecision);
+  settings.setValue(DefaultColorPresetKey, QString::fromStdString(m_DefaultColorPreset.toJsonString()));
+  settings.setValue(DefaultIndexedColorPresetKey,
+                    QString::fromStdString(m_DefaultIndexedColorPreset.toJsonString()));
   settings.sync();
 }

@@ -33,6 +33,8 @@ public:
       QStringLiteral("AllowMoreValuesThanIndexedColors");
   static inline const QString DefaultNotationKey = QStringLiteral("DefaultNotation");
   static inline const QString DefaultPrecisionKey = QStringLiteral("DefaultPrecision");
+  static inline const QString DefaultColorPresetKey = QStringLiteral("default_color_preset");
+  static inline const QString DefaultIndexedColorPresetKey = QStringLiteral("default_indexed_color_preset");
 
   static ZRPreferences* Instance();
 
@@ -64,6 +66,11 @@ public:
   void setDefaultColorPreset(const zr::core::ColorTableUtilities::ColorPreset& preset);
   /** @brief A diverging blue-white-red map, the default when the user has chosen none. */
   static zr::core::ColorTableUtilities::ColorPreset builtInColorPreset();
+  /** @brief The categorical map new categorical colourings start with. */
+  zr::core::ColorTableUtilities::ColorPreset getDefaultIndexedColorPreset() const;
+  void setDefaultIndexedColorPreset(const zr::core::ColorTableUtilities::ColorPreset& preset);
+  /** @brief Twelve colours told apart easily, the categorical default when the user has chosen none. */
+  static zr::core::ColorTableUtilities::ColorPreset builtInIndexedColorPreset();
 
   QString getDefaultNotation() const;
   void setDefaultNotation(const QString& notation);
@@ -94,5 +101,6 @@ private:
   bool m_AllowMoreValuesThanIndexedColors = true;
   QString m_DefaultNotation = k_AutoNotation;
   zr::core::ColorTableUtilities::ColorPreset m_DefaultColorPreset;
+  zr::core::ColorTableUtilities::ColorPreset m_DefaultIndexedColorPreset;
   int m_DefaultPrecision = 6;
 };
