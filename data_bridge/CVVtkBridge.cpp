@@ -349,24 +349,25 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
     unstructuredGrid->SetCells(VTK_VERTEX, cells);
     result = polyData;
   }
-  // The connectivity list that gives a kind its cells; without it only the vertices are drawn.
-  const int kind = geometry->getGeomType();
-  const auto ownList = [&](int listKind, IDataArray* list, const char* listName)
+  // The connectivity list that gives a kind its cells (edges, faces or polyhedra, by the depth of the
+  // geometry's class); without it the kind's cells are missing from the dataset.
+  const int depth = dynamic_cast<INodeGeometry3D*>(geometry.get()) != nullptr   ? 3
+                    : dynamic_cast<INodeGeometry2D*>(geometry.get()) != nullptr ? 2
+                    : dynamic_cast<INodeGeometry1D*>(geometry.get()) != nullptr ? 1
+                                                                                : 0;
+  const auto ownList = [&](int listDepth, IDataArray* list, const char* listName)
   {
-    if (kind == listKind || (listKind == 4 && kind == 5) || (listKind == 6 && kind == 7))
+    if (depth == listDepth && !usableList(list))
     {
-      if (!usableList(list))
-      {
-        messages.add(fmt::format("The geometry '{}' shows only its vertices: {}", name,
-                                 unusableListReason(list, listName)));
-      }
+      messages.add(fmt::format("The geometry '{}' is drawn without its cells: {}", name,
+                               unusableListReason(list, listName)));
     }
   };
   std::string problem;
   if (auto* node1D = dynamic_cast<INodeGeometry1D*>(geometry.get()))
   {
     DataArray<std::uint64_t>* edges = node1D->getEdges();
-    ownList(3, edges, "edge list");
+    ownList(1, edges, "edge list");
     if (usableList(edges))
     {
       auto cells = copyConnectivity(edges, 2, vertexCount, "edge list", problem);
@@ -385,7 +386,7 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
   {
     DataArray<std::uint64_t>* faces = node2D->getFaces();
     const usize perFace = node2D->getNumberOfVerticesPerFace();
-    ownList(4, faces, "face list");
+    ownList(2, faces, "face list");
     if (usableList(faces) && (perFace == 3 || perFace == 4))
     {
       auto cells = copyConnectivity(faces, static_cast<int>(perFace), vertexCount, "face list", problem);
@@ -404,7 +405,7 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
   {
     DataArray<std::uint64_t>* polyhedra = node3D->getPolyhedra();
     const usize perCell = node3D->getNumberOfVerticesPerCell();
-    ownList(6, polyhedra, "polyhedron list");
+    ownList(3, polyhedra, "polyhedron list");
     if (usableList(polyhedra) && (perCell == 4 || perCell == 8))
     {
       auto cells =

@@ -407,7 +407,7 @@ TEST(VtkBridgeDamagedGeometry, MissingPartsAreSaid)
   EXPECT_EQ(wrapped->m_DataSet->GetNumberOfPoints(), 2);
   EXPECT_EQ(wrapped->m_DataSet->GetNumberOfCells(), 0);
   EXPECT_EQ(wrapped->m_Messages,
-            std::vector<std::string>{"The geometry 'Edges' shows only its vertices: it has no edge list"});
+            std::vector<std::string>{"The geometry 'Edges' is drawn without its cells: it has no edge list"});
 
   // A triangle mesh with faces but no vertices would index points that are not there.
   auto* triangles = TriangleGeom::Create(*ds, "NoVertices");
