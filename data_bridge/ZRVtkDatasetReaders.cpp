@@ -1,6 +1,9 @@
 #include "data_bridge/ZRVtkDatasetReaders.h"
 
+#include "data_bridge/VXLegacyVtkHeaderCheck.h"
+#include "data_bridge/VXLegacyVtkTypeNames.h"
 #include "data_bridge/VXVtkErrorCapture.h"
+#include "data_bridge/VXXmlVtkHeaderCheck.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "data_bridge/ZRVtkObjectName.h"
 
@@ -12,6 +15,7 @@
 
 #include <vtkBMPReader.h>
 #include <vtkCellData.h>
+#include <vtkCharArray.h>
 #include <vtkGenericDataObjectReader.h>
 #include <vtkImageData.h>
 #include <vtkJPEGReader.h>
@@ -56,6 +60,10 @@ vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, 
 template<class ReaderT>
 vtkSmartPointer<vtkDataSet> ReadXml(const QString& path, QString* errorMessage)
 {
+  if (!VXXmlVtkHeaderCheck::check(path, errorMessage))
+  {
+    return nullptr;
+  }
   VXVtkErrorCapture capture;
   auto reader = vtkSmartPointer<ReaderT>::New();
   capture.watch(reader);
@@ -325,6 +333,10 @@ vtkSmartPointer<vtkDataSet> ReadPPolyData(const QString& path, QString* errorMes
 vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessage)
 {
   const QByteArray fileName = path.toUtf8();
+  if (!VXXmlVtkHeaderCheck::check(path, errorMessage) || !VXLegacyVtkHeaderCheck::check(path, errorMessage))
+  {
+    return nullptr;
+  }
   {
     VXVtkErrorCapture capture;
     auto xmlReader = vtkSmartPointer<vtkXMLGenericDataObjectReader>::New();
@@ -343,6 +355,15 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
   auto legacyReader = vtkSmartPointer<vtkGenericDataObjectReader>::New();
   capture.watch(legacyReader);
   legacyReader->SetFileName(fileName.constData());
+  // Type names VTK's reader lacks are renamed in a copy read from memory.
+  const QByteArray renamed = VXLegacyVtkTypeNames::renamedContent(path);
+  if (!renamed.isEmpty())
+  {
+    auto input = vtkSmartPointer<vtkCharArray>::New();
+    input->SetArray(const_cast<char*>(renamed.constData()), renamed.size(), 1);
+    legacyReader->SetInputArray(input);
+    legacyReader->ReadFromInputStringOn();
+  }
   legacyReader->Update();
   vtkDataObject* output = legacyReader->GetOutput();
   if (output == nullptr || !output->IsA("vtkDataSet"))
