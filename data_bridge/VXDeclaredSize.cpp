@@ -94,6 +94,13 @@ bool CheckPlain(const Stream& stream, qint64 neededBytes, qint64 tuples, qint64 
                   .arg(count);
     return false;
   }
+  if (count > 0 && stream.tupleBytes > count)
+  {
+    *reason = QStringLiteral("has tuples of %1 bytes but its data holds %2 bytes")
+                  .arg(stream.tupleBytes)
+                  .arg(count);
+    return false;
+  }
   return true;
 }
 
@@ -119,6 +126,13 @@ bool CheckCompressed(const Stream& stream, qint64 neededBytes, qint64 tuples, qi
                   .arg(blocks)
                   .arg(headerLength)
                   .arg(capacity);
+    return false;
+  }
+  if (blocks > 0 && (blockSize == 0 || lastSize > blockSize))
+  {
+    *reason = QStringLiteral("announces compressed blocks of %1 bytes with a last one of %2")
+                  .arg(blockSize)
+                  .arg(lastSize);
     return false;
   }
   const qint64 uncompressed = blocks == 0 ? 0
@@ -166,6 +180,13 @@ bool CheckCompressed(const Stream& stream, qint64 neededBytes, qint64 tuples, qi
   {
     *reason = QStringLiteral("%1 but its compressed blocks expand to %2 bytes")
                   .arg(Needs(neededBytes, tuples, components))
+                  .arg(uncompressed);
+    return false;
+  }
+  if (uncompressed > 0 && stream.tupleBytes > uncompressed)
+  {
+    *reason = QStringLiteral("has tuples of %1 bytes but its compressed blocks expand to %2 bytes")
+                  .arg(stream.tupleBytes)
                   .arg(uncompressed);
     return false;
   }

@@ -40,6 +40,7 @@ struct Stream
   bool bigEndian = false;
   int headerBytes = 4;
   qint64 maxInflation = 1;
+  qint64 tupleBytes = 1; // bytes of one tuple: data that is not empty holds at least one
 };
 
 // False, with the reason, when the stream's header declares more than the stream holds, or less than

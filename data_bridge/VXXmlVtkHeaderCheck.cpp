@@ -269,10 +269,15 @@ private:
       qint64 points = 0;
       qint64 cells = 0;
       bool ok = readCount(attributes, "NumberOfPoints", &points);
+      m_SectionCells.clear();
       for (const char* kind :
            {"NumberOfCells", "NumberOfVerts", "NumberOfLines", "NumberOfStrips", "NumberOfPolys"})
       {
-        ok = ok && readCount(attributes, kind, &cells);
+        qint64 count = 0;
+        ok = ok && readCount(attributes, kind, &count);
+        cells += count;
+        // "NumberOfPolys" counts the cells of the section "Polys", "NumberOfCells" those of "Cells".
+        m_SectionCells.insert(QString::fromLatin1(kind + strlen("NumberOf")), count);
       }
       if (!ok)
       {
@@ -306,9 +311,9 @@ private:
     }
     const QString name = attributes.value(QLatin1String("Name")).toString();
     if ((name == QLatin1String("offsets") || name == QLatin1String("types")) &&
-        section == QLatin1String("Cells"))
+        m_SectionCells.contains(section))
     {
-      return m_Cells;
+      return m_SectionCells.value(section);
     }
     return -1;
   }
@@ -324,6 +329,11 @@ private:
     m_TextStart.clear();
     const QString type = attributes.value(QLatin1String("type")).toString();
     m_ValueBytes = VXDeclaredSize::BytesOfXmlType(type);
+    // Readers crash on strings where geometry or attributes need numbers; only field data holds text.
+    if (m_ValueBytes == 0 && !section.endsWith(QLatin1String("FieldData")))
+    {
+      return fail(QStringLiteral("%1has the type '%2', where numbers are needed").arg(where(), type));
+    }
     bool ok = true;
     const QString componentsText = attributes.value(QLatin1String("NumberOfComponents")).toString();
     m_Components = componentsText.isEmpty() ? 1 : componentsText.toLongLong(&ok);
@@ -362,6 +372,7 @@ private:
     const QString name = m_CurrentArray;
     m_CurrentArray.clear();
     const qint64 values = m_Tuples < 0 ? -1 : VXDeclaredSize::SaturatingProduct(m_Tuples, m_Components);
+    // Without a known tuple count, data that is there must still hold one whole tuple.
     const qint64 needed =
         values < 0 || m_ValueBytes == 0 ? -1 : VXDeclaredSize::SaturatingProduct(values, m_ValueBytes);
     const QString label = QStringLiteral("the array '%1' ").arg(name);
@@ -370,6 +381,7 @@ private:
     stream.headerBytes = m_HeaderBytes;
     stream.compressed = m_Compressed;
     stream.maxInflation = m_MaxInflation;
+    stream.tupleBytes = VXDeclaredSize::SaturatingProduct(m_Components, std::max<qint64>(1, m_ValueBytes));
     QString reason;
     if (m_Format == QLatin1String("appended"))
     {
@@ -439,6 +451,7 @@ private:
   qint64 m_Offset = -1;
   qint64 m_Text = 0;
   QByteArray m_TextStart;
+  QHash<QString, qint64> m_SectionCells;
   QString m_Error;
   ArrayTable m_Arrays;
   QList<QPair<QString, Extent>> m_PieceSources;

@@ -1,5 +1,6 @@
 #include "data_bridge/ZRVtkDatasetReaders.h"
 
+#include "data_bridge/VXDatasetConsistencyCheck.h"
 #include "data_bridge/VXLegacyVtkHeaderCheck.h"
 #include "data_bridge/VXLegacyVtkTypeNames.h"
 #include "data_bridge/VXVtkErrorCapture.h"
@@ -44,7 +45,8 @@ namespace
 {
 // What the caller gets once the reader has run: the output, or null and the message if VTK complained.
 template<class DataT>
-vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, QString* errorMessage)
+vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, QString* errorMessage,
+                               const QString& path = QString())
 {
   if (capture.hasErrors())
   {
@@ -52,6 +54,10 @@ vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, 
     {
       *errorMessage = capture.errorText();
     }
+    return nullptr;
+  }
+  if (!VXDatasetConsistencyCheck::check(vtkDataSet::SafeDownCast(output), path, errorMessage))
+  {
     return nullptr;
   }
   return output;
@@ -69,7 +75,7 @@ vtkSmartPointer<vtkDataSet> ReadXml(const QString& path, QString* errorMessage)
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked(capture, reader->GetOutputAsDataSet(), errorMessage);
+  return Checked(capture, reader->GetOutputAsDataSet(), errorMessage, path);
 }
 
 template<class ReaderT>
@@ -80,7 +86,7 @@ vtkSmartPointer<vtkImageData> ReadImageFile(const QString& path, QString* errorM
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked(capture, reader->GetOutput(), errorMessage);
+  return Checked(capture, reader->GetOutput(), errorMessage, path);
 }
 // vtkPNGReader crashes on a PNG that libpng gives up on halfway (truncated or damaged image data), so
 // such a file must not reach it. Decoding it once with Qt tells.
@@ -346,7 +352,7 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
     // No output means the file is no XML dataset: its complaints don't matter, the legacy reader decides.
     if (xmlReader->GetOutput() != nullptr)
     {
-      return Checked(capture, xmlReader->GetOutputAsDataSet(), errorMessage);
+      return Checked(capture, xmlReader->GetOutputAsDataSet(), errorMessage, path);
     }
   }
 
@@ -375,7 +381,7 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
     }
     return nullptr;
   }
-  return Checked(capture, vtkDataSet::SafeDownCast(output), errorMessage);
+  return Checked(capture, vtkDataSet::SafeDownCast(output), errorMessage, path);
 }
 
 vtkSmartPointer<vtkDataSet> ReadSTLData(const QString& path, QString* errorMessage)
@@ -389,7 +395,7 @@ vtkSmartPointer<vtkDataSet> ReadSTLData(const QString& path, QString* errorMessa
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked<vtkDataSet>(capture, reader->GetOutput(), errorMessage);
+  return Checked<vtkDataSet>(capture, reader->GetOutput(), errorMessage, path);
 }
 
 vtkSmartPointer<vtkImageData> ConvertPointDataToCellData(vtkImageData* image)

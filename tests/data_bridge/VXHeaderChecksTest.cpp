@@ -224,3 +224,41 @@ TEST(VXLegacyTypeNames, MeshioFilesReadWithEveryArray)
     EXPECT_DOUBLE_EQ(dataSet->GetCellData()->GetArray("grain")->GetComponent(1, 0), 4.0);
   }
 }
+
+TEST_F(VXHeaderChecks, CompressedBlocksOfNoSizeAreRefused)
+{
+  // VTK divides by the block size: a zero there must not reach it.
+  QByteArray bytes = Contents(Fixture("vtk/image.vti"));
+  const int start = bytes.indexOf('_', bytes.indexOf("<AppendedData")) + 1;
+  QByteArray header = QByteArray::fromBase64(bytes.mid(start, 24));
+  qToLittleEndian<quint32>(0, header.data() + 4);
+  bytes.replace(start, 24, header.toBase64());
+  const QString path = m_Dir.filePath("zero.vti");
+  ASSERT_TRUE(WriteContents(path, bytes));
+  expectRefused(path, {"'Density'", "compressed blocks of 0 bytes"});
+}
+
+TEST_F(VXHeaderChecks, XmlPolyCellCountsBeyondTheDataAreRefused)
+{
+  const QByteArray head = Contents(Fixture("vtk/poly.vtp")).left(400);
+  const QRegularExpressionMatch polys =
+      QRegularExpression("NumberOfPolys=\"(\\d+)\"").match(QString::fromLatin1(head));
+  ASSERT_TRUE(polys.hasMatch());
+  expectRefused(edited("vtk/poly.vtp", polys.captured(0).toLatin1(), "NumberOfPolys=\"4294967296\""),
+                {"'offsets'", "4294967296 tuples"});
+}
+
+TEST_F(VXHeaderChecks, XmlTextWhereNumbersAreNeededIsRefused)
+{
+  expectRefused(edited("vtk/rectilinear.vtr", "type=\"Float64\" Name=\"x\"", "type=\"String\" Name=\"x\""),
+                {"'x'", "type 'String'"});
+}
+
+TEST_F(VXHeaderChecks, CellsReferringToMissingPointsAreRefusedAfterTheRead)
+{
+  // The header is intact; the data is not: a point id beyond the nine points, a hexahedron of five points.
+  expectRefused(edited("vtk/legacy_ascii.vtk", "0 1 2 3 4 5 6 7 4 \n5 6 8", "0 1 2 3 4 5 6 7 4 \n5 6 80"),
+                {"refers to point 80 but there are 9 points"});
+  expectRefused(edited("vtk/legacy_ascii.vtk", "0 8 12", "0 5 12"),
+                {"cell 0, a vtkHexahedron, has 5 points instead of 8"});
+}
