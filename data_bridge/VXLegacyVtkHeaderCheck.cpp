@@ -6,7 +6,10 @@
 #include <QHash>
 #include <QList>
 
+#include <QtEndian>
+
 #include <array>
+#include <cctype>
 #include <cstring>
 
 namespace
@@ -131,6 +134,67 @@ private:
     return true;
   }
 
+  // Files before version 5 store cells as point count and point ids, one cell after another; the
+  // reader follows the counts without checking them against the values the line announces.
+  bool oldCells(const QByteArray& what, qint64 start, qint64 cells, qint64 values)
+  {
+    qint64 at = start;
+    const auto next = [&](qint64* value)
+    {
+      if (m_Binary)
+      {
+        if (at + 4 > m_Size)
+        {
+          return false;
+        }
+        *value = qFromBigEndian<qint32>(m_Data + at);
+        at += 4;
+        return true;
+      }
+      while (at < m_Size && std::isspace(static_cast<unsigned char>(m_Data[at])))
+      {
+        ++at;
+      }
+      const qint64 begin = at;
+      while (at < m_Size && !std::isspace(static_cast<unsigned char>(m_Data[at])))
+      {
+        ++at;
+      }
+      bool ok = false;
+      *value = QByteArray::fromRawData(m_Data + begin, int(at - begin)).toLongLong(&ok);
+      return ok;
+    };
+    qint64 used = 0;
+    for (qint64 cell = 0; cell < cells; ++cell)
+    {
+      qint64 count = 0;
+      if (!next(&count) || count < 0 || used + 1 + count > values)
+      {
+        return fail(
+            QStringLiteral("'%1': the cells do not fit the %2 values it announces (is the version right?)")
+                .arg(QString::fromLatin1(what))
+                .arg(values));
+      }
+      used += 1 + count;
+      for (qint64 i = 0; i < count; ++i)
+      {
+        qint64 id = 0;
+        if (!next(&id) || id < 0 || (m_Points >= 0 && id >= m_Points))
+        {
+          return fail(QStringLiteral("'%1': a cell refers to point %2 but there are %3 points")
+                          .arg(QString::fromLatin1(what))
+                          .arg(id)
+                          .arg(m_Points));
+        }
+      }
+    }
+    if (!m_Binary)
+    {
+      m_Position = std::max(m_Position, at);
+    }
+    return true;
+  }
+
   bool matches(const QByteArray& what, qint64 declared, qint64 expected, const char* kind)
   {
     if (expected >= 0 && declared != expected)
@@ -245,7 +309,12 @@ private:
         return true;
       }
       m_CellsSeen += a;
-      return data(text, b, "int");
+      const qint64 start = m_Position;
+      if (!data(text, b, "int"))
+      {
+        return false;
+      }
+      return oldCells(text, start, a, b);
     }
     if (key == "OFFSETS" && t.size() >= 2)
     {

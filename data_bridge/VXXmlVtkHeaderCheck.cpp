@@ -167,6 +167,26 @@ private:
         return false;
       }
     }
+    // Readers size their output by the whole extent: the pieces must fill it.
+    if (m_HasWholeExtent && m_PieceCount > 0 && m_Covered != m_WholeExtent.bounds)
+    {
+      bool empty = false;
+      for (int axis = 0; axis < 3; ++axis)
+      {
+        empty = empty || m_WholeExtent.points(axis) <= 0;
+      }
+      if (!empty)
+      {
+        return fail(
+            QStringLiteral("its whole extent is larger than its pieces, which cover %1 %2 %3 %4 %5 %6")
+                .arg(m_Covered[0])
+                .arg(m_Covered[1])
+                .arg(m_Covered[2])
+                .arg(m_Covered[3])
+                .arg(m_Covered[4])
+                .arg(m_Covered[5]));
+      }
+    }
     // Malformed XML is VTK's to report; what was seen so far was fine.
     return true;
   }
@@ -252,6 +272,13 @@ private:
         }
       }
       m_Extent = extent;
+      for (int i = 0; i < 6; ++i)
+      {
+        m_Covered[i] = m_PieceCount == 0 ? extent.bounds[i]
+                                         : (i % 2 == 0 ? std::min(m_Covered[i], extent.bounds[i])
+                                                       : std::max(m_Covered[i], extent.bounds[i]));
+      }
+      ++m_PieceCount;
       m_Points = 1;
       m_Cells = 1;
       for (int axis = 0; axis < 3; ++axis)
@@ -440,6 +467,8 @@ private:
   Extent m_WholeExtent;
   bool m_HasWholeExtent = false;
   Extent m_Extent;
+  std::array<qint64, 6> m_Covered{};
+  int m_PieceCount = 0;
   int m_Coordinate = 0;
   qint64 m_Points = -1;
   qint64 m_Cells = -1;

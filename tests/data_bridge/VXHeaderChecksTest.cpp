@@ -262,3 +262,17 @@ TEST_F(VXHeaderChecks, CellsReferringToMissingPointsAreRefusedAfterTheRead)
   expectRefused(edited("vtk/legacy_ascii.vtk", "0 8 12", "0 5 12"),
                 {"cell 0, a vtkHexahedron, has 5 points instead of 8"});
 }
+
+TEST_F(VXHeaderChecks, LegacyCellsOfAnotherVersionAreRefused)
+{
+  // A 5.1 file relabelled 2.0: the reader would take offsets for point counts.
+  expectRefused(edited("vtk/legacy_binary.vtk", "Version 5.1", "Version 2.0"),
+                {"cells do not fit", "version"});
+}
+
+TEST_F(VXHeaderChecks, XmlWholeExtentBeyondItsPiecesIsRefused)
+{
+  expectRefused(
+      edited("vtk/rectilinear.vtr", "WholeExtent=\"0 2 0 3 0 1\"", "WholeExtent=\"0 2147483647 0 3 0 1\""),
+      {"whole extent is larger than its pieces, which cover 0 2 0 3 0 1"});
+}
