@@ -380,6 +380,49 @@ def hdf5_header(rng, seed):
     return "%s at %d after the name '%s'" % (what, at, name.group(0)[:-1].decode(errors="replace")), bytes(data)
 
 
+def hdf5_attribute(rng, seed):
+    """Gives one HDF5 attribute a wrong type, shape or value (needs h5py; skipped without it)."""
+    try:
+        import h5py
+        import numpy
+    except ImportError:
+        return None
+    with tempfile.NamedTemporaryFile(suffix=".kestrix", delete=False) as f:
+        f.write(seed.data)
+        path = f.name
+    try:
+        with h5py.File(path, "r+") as h5:
+            owners = []
+            h5.visititems(lambda name, obj: owners.append(name) if len(obj.attrs) else None)
+            owners.append("/")
+            owner = h5[rng.choice(owners)]
+            if not len(owner.attrs):
+                return None
+            key = rng.choice(sorted(owner.attrs.keys()))
+            old = owner.attrs[key]
+            choice = rng.randrange(6)
+            if choice == 0:
+                new, what = b"not a number", "a string"
+            elif choice == 1:
+                new, what = numpy.array([1.5, -2.5], dtype=numpy.float64), "two doubles"
+            elif choice == 2:
+                new, what = numpy.array([], dtype=numpy.uint64), "an empty array"
+            elif choice == 3:
+                new, what = numpy.array([[1 << 40, 3], [2, 1]], dtype=numpy.uint64), "a 2 x 2 array"
+            elif choice == 4:
+                new, what = numpy.array([-1], dtype=numpy.int64), "-1"
+            else:
+                new, what = numpy.array([(1 << 63) - 1, 1 << 32, 7], dtype=numpy.uint64), "huge values"
+            del owner.attrs[key]
+            owner.attrs[key] = new
+            description = "attribute %s of %s (was %r) set to %s" % (key, owner.name, old, what)
+        return description[:200], read(path)
+    except Exception:
+        return None
+    finally:
+        os.unlink(path)
+
+
 def mutators_for(seed):
     generic = [truncate, bit_flip, overwrite]
     suffix = suffix_of(seed.name)
@@ -389,7 +432,7 @@ def mutators_for(seed):
     if suffix == "vtk":
         return generic + [legacy_header, legacy_header, legacy_header]
     if suffix == "kestrix":
-        return generic + [hdf5_header, hdf5_header, hdf5_header]
+        return generic + [hdf5_header, hdf5_header, hdf5_attribute, hdf5_attribute, hdf5_attribute]
     return generic + [image_header, image_header]
 
 
