@@ -1,6 +1,10 @@
 #include "data_bridge/ZRVtkDatasetReaders.h"
 
+#include "data_bridge/VXDatasetConsistencyCheck.h"
+#include "data_bridge/VXLegacyVtkHeaderCheck.h"
+#include "data_bridge/VXLegacyVtkTypeNames.h"
 #include "data_bridge/VXVtkErrorCapture.h"
+#include "data_bridge/VXXmlVtkHeaderCheck.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "data_bridge/ZRVtkObjectName.h"
 
@@ -12,6 +16,7 @@
 
 #include <vtkBMPReader.h>
 #include <vtkCellData.h>
+#include <vtkCharArray.h>
 #include <vtkGenericDataObjectReader.h>
 #include <vtkImageData.h>
 #include <vtkJPEGReader.h>
@@ -40,7 +45,8 @@ namespace
 {
 // What the caller gets once the reader has run: the output, or null and the message if VTK complained.
 template<class DataT>
-vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, QString* errorMessage)
+vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, QString* errorMessage,
+                               const QString& path = QString())
 {
   if (capture.hasErrors())
   {
@@ -50,18 +56,26 @@ vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, 
     }
     return nullptr;
   }
+  if (!VXDatasetConsistencyCheck::check(vtkDataSet::SafeDownCast(output), path, errorMessage))
+  {
+    return nullptr;
+  }
   return output;
 }
 
 template<class ReaderT>
 vtkSmartPointer<vtkDataSet> ReadXml(const QString& path, QString* errorMessage)
 {
+  if (!VXXmlVtkHeaderCheck::check(path, errorMessage))
+  {
+    return nullptr;
+  }
   VXVtkErrorCapture capture;
   auto reader = vtkSmartPointer<ReaderT>::New();
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked(capture, reader->GetOutputAsDataSet(), errorMessage);
+  return Checked(capture, reader->GetOutputAsDataSet(), errorMessage, path);
 }
 
 template<class ReaderT>
@@ -72,7 +86,7 @@ vtkSmartPointer<vtkImageData> ReadImageFile(const QString& path, QString* errorM
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked(capture, reader->GetOutput(), errorMessage);
+  return Checked(capture, reader->GetOutput(), errorMessage, path);
 }
 // vtkPNGReader crashes on a PNG that libpng gives up on halfway (truncated or damaged image data), so
 // such a file must not reach it. Decoding it once with Qt tells.
@@ -325,6 +339,10 @@ vtkSmartPointer<vtkDataSet> ReadPPolyData(const QString& path, QString* errorMes
 vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessage)
 {
   const QByteArray fileName = path.toUtf8();
+  if (!VXXmlVtkHeaderCheck::check(path, errorMessage) || !VXLegacyVtkHeaderCheck::check(path, errorMessage))
+  {
+    return nullptr;
+  }
   {
     VXVtkErrorCapture capture;
     auto xmlReader = vtkSmartPointer<vtkXMLGenericDataObjectReader>::New();
@@ -334,7 +352,7 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
     // No output means the file is no XML dataset: its complaints don't matter, the legacy reader decides.
     if (xmlReader->GetOutput() != nullptr)
     {
-      return Checked(capture, xmlReader->GetOutputAsDataSet(), errorMessage);
+      return Checked(capture, xmlReader->GetOutputAsDataSet(), errorMessage, path);
     }
   }
 
@@ -343,6 +361,15 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
   auto legacyReader = vtkSmartPointer<vtkGenericDataObjectReader>::New();
   capture.watch(legacyReader);
   legacyReader->SetFileName(fileName.constData());
+  // Type names VTK's reader lacks are renamed in a copy read from memory.
+  const QByteArray renamed = VXLegacyVtkTypeNames::renamedContent(path);
+  if (!renamed.isEmpty())
+  {
+    auto input = vtkSmartPointer<vtkCharArray>::New();
+    input->SetArray(const_cast<char*>(renamed.constData()), renamed.size(), 1);
+    legacyReader->SetInputArray(input);
+    legacyReader->ReadFromInputStringOn();
+  }
   legacyReader->Update();
   vtkDataObject* output = legacyReader->GetOutput();
   if (output == nullptr || !output->IsA("vtkDataSet"))
@@ -354,7 +381,7 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
     }
     return nullptr;
   }
-  return Checked(capture, vtkDataSet::SafeDownCast(output), errorMessage);
+  return Checked(capture, vtkDataSet::SafeDownCast(output), errorMessage, path);
 }
 
 vtkSmartPointer<vtkDataSet> ReadSTLData(const QString& path, QString* errorMessage)
@@ -368,7 +395,7 @@ vtkSmartPointer<vtkDataSet> ReadSTLData(const QString& path, QString* errorMessa
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked<vtkDataSet>(capture, reader->GetOutput(), errorMessage);
+  return Checked<vtkDataSet>(capture, reader->GetOutput(), errorMessage, path);
 }
 
 vtkSmartPointer<vtkImageData> ConvertPointDataToCellData(vtkImageData* image)
