@@ -116,7 +116,9 @@ int ViewerApplication::run(int argc, char** argv)
   const QCommandLineOption themeOption(QStringLiteral("theme"),
                                        QStringLiteral("Colour theme: light or dark."),
                                        QStringLiteral("theme"), ZRStyle::k_LightTheme);
-  parser.addOptions({screenshotOption, sizeOption, themeOption});
+  const QCommandLineOption verboseOption(QStringLiteral("verbose"),
+                                         QStringLiteral("Print VTK's own messages to standard error."));
+  parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption});
   parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to open."),
                                QStringLiteral("[FILE...]"));
   parser.process(app);

@@ -1,8 +1,11 @@
 #include "data_bridge/ZRVtkDatasetReaders.h"
 
 #include "data_bridge/VXDatasetConsistencyCheck.h"
+#include "data_bridge/VXImageHeaderCheck.h"
 #include "data_bridge/VXLegacyVtkHeaderCheck.h"
 #include "data_bridge/VXLegacyVtkTypeNames.h"
+#include "data_bridge/VXReadableFileCheck.h"
+#include "data_bridge/VXTiffHeaderCheck.h"
 #include "data_bridge/VXVtkErrorCapture.h"
 #include "data_bridge/VXXmlVtkHeaderCheck.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
@@ -10,7 +13,6 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QImageReader>
 #include <QMimeDatabase>
 #include <QtEndian>
 
@@ -88,22 +90,6 @@ vtkSmartPointer<vtkImageData> ReadImageFile(const QString& path, QString* errorM
   reader->Update();
   return Checked(capture, reader->GetOutput(), errorMessage, path);
 }
-// vtkPNGReader crashes on a PNG that libpng gives up on halfway (truncated or damaged image data), so
-// such a file must not reach it. Decoding it once with Qt tells.
-bool IsDecodablePng(const QString& path, QString* errorMessage)
-{
-  QImageReader reader(path, "png");
-  if (!reader.read().isNull())
-  {
-    return true;
-  }
-  if (errorMessage != nullptr)
-  {
-    *errorMessage = QStringLiteral("The PNG image '%1' cannot be read: %2").arg(path, reader.errorString());
-  }
-  return false;
-}
-
 // vtkSTLReader stops quietly at the end of a short binary file and hands out the triangles it got. The
 // header says how long the file must be.
 bool IsCompleteStl(const QString& path, QString* errorMessage)
@@ -148,57 +134,6 @@ bool IsCompleteStl(const QString& path, QString* errorMessage)
   return false;
 }
 
-// vtkBMPReader trusts the header and crashes on a damaged one, so the header must describe a bitmap
-// that the file holds in full.
-bool IsCompleteBmp(const QString& path, QString* errorMessage)
-{
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly))
-  {
-    return true; // the reader names the problem
-  }
-  const QByteArray head = file.read(30);
-  const auto fail = [&](const QString& what)
-  {
-    if (errorMessage != nullptr)
-    {
-      *errorMessage = QStringLiteral("The BMP image '%1' cannot be read: %2").arg(path, what);
-    }
-    return false;
-  };
-  if (head.size() < 26 || !head.startsWith("BM"))
-  {
-    return fail(QStringLiteral("it has no bitmap header."));
-  }
-  const quint32 dataOffset = qFromLittleEndian<quint32>(head.constData() + 10);
-  const quint32 infoSize = qFromLittleEndian<quint32>(head.constData() + 14);
-  qint64 width = 0;
-  qint64 height = 0;
-  qint64 bitsPerPixel = 0;
-  if (infoSize == 12)
-  {
-    width = qFromLittleEndian<quint16>(head.constData() + 18);
-    height = qFromLittleEndian<quint16>(head.constData() + 20);
-    bitsPerPixel = qFromLittleEndian<quint16>(head.constData() + 24);
-  }
-  else if (infoSize >= 40 && head.size() == 30)
-  {
-    width = qFromLittleEndian<qint32>(head.constData() + 18);
-    height = std::abs(qint64(qFromLittleEndian<qint32>(head.constData() + 22)));
-    bitsPerPixel = qFromLittleEndian<quint16>(head.constData() + 28);
-  }
-  if (width <= 0 || height <= 0 || (bitsPerPixel != 8 && bitsPerPixel != 24 && bitsPerPixel != 32))
-  {
-    return fail(QStringLiteral("its header is damaged or of an unsupported kind."));
-  }
-  const qint64 rowBytes = (width * bitsPerPixel + 31) / 32 * 4;
-  if (qint64(dataOffset) + rowBytes * height > file.size())
-  {
-    return fail(QStringLiteral("the file is truncated."));
-  }
-  return true;
-}
-
 // By content first, as the name may lie (a PNG saved as .jpg); the name decides when the content says
 // nothing, for instance for a missing file, so that the reader can report it.
 QMimeType ImageTypeOf(const QString& path)
@@ -235,6 +170,10 @@ vtkSmartPointer<vtkDataSet> Read(const QString& path, QString* errorMessage)
   {
     if (suffix == extension)
     {
+      if (!VXReadableFileCheck::IsReadable(path, errorMessage))
+      {
+        return nullptr;
+      }
       return reader(path, errorMessage);
     }
   }
@@ -243,29 +182,40 @@ vtkSmartPointer<vtkDataSet> Read(const QString& path, QString* errorMessage)
 
 vtkSmartPointer<vtkDataSet> ReadImage(const QString& path, bool pointToCell, QString* errorMessage)
 {
+  if (!VXReadableFileCheck::IsReadable(path, errorMessage))
+  {
+    return nullptr;
+  }
   const QMimeType mimeType = ImageTypeOf(path);
   const auto isA = [&mimeType](const QString& extension)
   { return mimeType.inherits(io::IMAGE_PREFIX + extension); };
 
   vtkSmartPointer<vtkImageData> image;
+  // Each header is checked first: VTK's image readers allocate whatever it declares.
   if (isA(io::JPG_FILE_EXT) || isA(io::JPG_FILE_EXT2))
   {
-    image = ReadImageFile<vtkJPEGReader>(path, errorMessage);
+    if (VXImageHeaderCheck::IsReadableJpeg(path, errorMessage))
+    {
+      image = ReadImageFile<vtkJPEGReader>(path, errorMessage);
+    }
   }
   else if (isA(io::PNG_FILE_EXT))
   {
-    if (IsDecodablePng(path, errorMessage))
+    if (VXImageHeaderCheck::IsReadablePng(path, errorMessage))
     {
       image = ReadImageFile<vtkPNGReader>(path, errorMessage);
     }
   }
   else if (isA(io::TIF_FILE_EXT) || isA(io::TIF_FILE_EXT2))
   {
-    image = ReadImageFile<vtkTIFFReader>(path, errorMessage);
+    if (VXTiffHeaderCheck::IsReadable(path, errorMessage))
+    {
+      image = ReadImageFile<vtkTIFFReader>(path, errorMessage);
+    }
   }
   else if (isA(io::BMP_FILE_EXT))
   {
-    if (IsCompleteBmp(path, errorMessage))
+    if (VXImageHeaderCheck::IsReadableBmp(path, errorMessage))
     {
       image = ReadImageFile<vtkBMPReader>(path, errorMessage);
     }
