@@ -373,6 +373,25 @@ void VXPointsRepPimpl::loadRGBPresetColors(const ColorPreset& preset)
   requestRender();
 }
 
+void VXPointsRepPimpl::loadIndexedPresetColors(const ColorPreset& preset)
+{
+  m_IndexedPreset = preset;
+  m_UsingDefaultIndexedPreset = false;
+  m_ValuesAsCategories = true;
+  updateColoring();
+  requestRender();
+}
+
+void VXPointsRepPimpl::loadPresetColors(const ColorPreset& preset)
+{
+  if (preset.m_RGBPoints.empty() && !preset.m_IndexedColors.empty())
+  {
+    loadIndexedPresetColors(preset);
+    return;
+  }
+  loadRGBPresetColors(preset);
+}
+
 void VXPointsRepPimpl::restoreDefaultRgbPresetColors()
 {
   m_UsingDefaultPreset = true;

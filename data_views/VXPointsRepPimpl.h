@@ -61,6 +61,9 @@ public:
   int scalarMapping() const { return m_ScalarMapping; }
 
   void loadRGBPresetColors(const ColorPreset& preset);
+  void loadIndexedPresetColors(const ColorPreset& preset);
+  /** @brief A preset with colour nodes as the colour map, one with indexed colours only as categories. */
+  void loadPresetColors(const ColorPreset& preset);
   void restoreDefaultRgbPresetColors();
   void setColorMapInverted(bool inverted);
   bool isColorMapInverted() const { return m_ColorMapInverted; }
