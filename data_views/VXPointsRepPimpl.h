@@ -84,6 +84,8 @@ protected:
   /** @brief Pushes array, component, range, categories and mapping to the mapper and table. */
   void updateColoring();
   vtkDataArray* activeDataArray() const;
+  // The colour map this window keeps: the default preset or the one chosen last.
+  void loadKeptRgbPreset();
   // The distinct values of the active array and component, at most one more than a table can index.
   const std::set<double>& uniqueValues();
 
