@@ -54,7 +54,9 @@ public:
     while (m_Position < m_Size)
     {
       const QByteArray text = line().trimmed();
-      if (!text.isEmpty() && !keyword(text.simplified().split(' ')))
+      // Keywords are upper case; values of text files are the bulk of the lines and are passed over.
+      if (!text.isEmpty() && text.front() >= 'A' && text.front() <= 'Z' &&
+          !keyword(text.simplified().split(' ')))
       {
         return false;
       }

@@ -134,6 +134,18 @@ bool IsCompleteStl(const QString& path, QString* errorMessage)
   return false;
 }
 
+// Only an XML file is worth the XML reader's attempt: on a large legacy file it costs half a read.
+bool StartsLikeXml(const QString& path)
+{
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly))
+  {
+    return true; // the reader names the problem
+  }
+  const QByteArray head = file.read(64).trimmed();
+  return head.startsWith('<') || head.startsWith("\xEF\xBB\xBF<");
+}
+
 // By content first, as the name may lie (a PNG saved as .jpg); the name decides when the content says
 // nothing, for instance for a missing file, so that the reader can report it.
 QMimeType ImageTypeOf(const QString& path)
@@ -293,6 +305,7 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
   {
     return nullptr;
   }
+  if (StartsLikeXml(path))
   {
     VXVtkErrorCapture capture;
     auto xmlReader = vtkSmartPointer<vtkXMLGenericDataObjectReader>::New();
