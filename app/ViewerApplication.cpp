@@ -11,7 +11,6 @@
 #include <QRegularExpression>
 #include <QSurfaceFormat>
 #include <QTextStream>
-#include <QThread>
 #include <QVTKOpenGLNativeWidget.h>
 
 #include <cstdio>
@@ -19,15 +18,6 @@
 namespace
 {
 const QSize k_DefaultScreenshotSize(800, 600);
-
-void settle(int rounds = 10)
-{
-  for (int i = 0; i < rounds; ++i)
-  {
-    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
-    QThread::msleep(5);
-  }
-}
 
 bool parseSize(const QString& text, QSize& size)
 {
@@ -40,24 +30,10 @@ bool parseSize(const QString& text, QSize& size)
   return size.width() >= 16 && size.height() >= 16 && size.width() <= 16384 && size.height() <= 16384;
 }
 
-// Grows or shrinks the window until the active render window has the asked size.
-void fitRenderWindow(ViewerMainWindow& window, const QSize& wanted)
+VXVisualizationWidget* activeVisualizationWidget(ViewerMainWindow& window)
 {
-  for (int attempt = 0; attempt < 5; ++attempt)
-  {
-    VXAbstractViewWidget* view = window.grid()->activeView();
-    if (view == nullptr || view->getVisualizationWidget() == nullptr)
-    {
-      return;
-    }
-    const QSize have = view->getVisualizationWidget()->size();
-    if (have == wanted)
-    {
-      return;
-    }
-    window.resize(window.size() + (wanted - have));
-    settle(3);
-  }
+  VXAbstractViewWidget* view = window.grid()->activeView();
+  return view != nullptr ? view->getVisualizationWidget() : nullptr;
 }
 
 int takeScreenshot(ViewerMainWindow& window, const QStringList& files, const QString& outPath,
@@ -72,16 +48,21 @@ int takeScreenshot(ViewerMainWindow& window, const QStringList& files, const QSt
                    });
   window.setInteractive(false);
   window.setAttribute(Qt::WA_DontShowOnScreen, true);
+  // The render window gets exactly the asked size whatever the layout around it, so no resizing
+  // round trips through the window system are needed.
+  if (VXVisualizationWidget* view = activeVisualizationWidget(window))
+  {
+    view->setFixedSize(size);
+  }
+  // show() lays the window out and makes the OpenGL context before it returns; files opened after it
+  // see the final size of the render window when their camera is reset.
   window.show();
-  settle();
-  fitRenderWindow(window, size);
 
   int failures = 0;
   for (const QString& file : files)
   {
     failures += window.openFile(file) ? 0 : 1;
   }
-  settle();
   const QImage image = window.captureActiveView();
   if (image.isNull())
   {
@@ -116,7 +97,9 @@ int ViewerApplication::run(int argc, char** argv)
   const QCommandLineOption themeOption(QStringLiteral("theme"),
                                        QStringLiteral("Colour theme: light or dark."),
                                        QStringLiteral("theme"), ZRStyle::k_LightTheme);
-  parser.addOptions({screenshotOption, sizeOption, themeOption});
+  const QCommandLineOption verboseOption(QStringLiteral("verbose"),
+                                         QStringLiteral("Print VTK's own messages to standard error."));
+  parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption});
   parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to open."),
                                QStringLiteral("[FILE...]"));
   parser.process(app);

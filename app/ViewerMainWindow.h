@@ -56,6 +56,7 @@ protected:
   void dropEvent(QDropEvent* event) override;
 
 private:
+  static void useViewerDefaultDataViews();
   void createMenus();
   void connectView(VXAbstractViewWidget* view);
 

@@ -2,6 +2,7 @@
 // scriptable modes (--list, --convert) without one.
 #include "app/ViewerApplication.h"
 #include "app/ViewerCommandLine.h"
+#include "data_bridge/VXQuietOutputWindow.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -13,6 +14,9 @@ int main(int argc, char** argv)
   {
     arguments << QString::fromLocal8Bit(argv[i]);
   }
+  // VTK's own error dumps only on request; failed reads still report through their messages.
+  const bool verbose = arguments.removeAll(QStringLiteral("--verbose")) > 0;
+  VXQuietOutputWindow::Install(verbose);
   if (!ViewerCommandLine::handles(arguments))
   {
     // Without a display Qt would abort while connecting: say why instead.

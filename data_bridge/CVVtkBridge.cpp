@@ -11,6 +11,7 @@
 #include "data_bridge/zr_contract/DataArray.h"
 #include "data_bridge/zr_contract/DataStructure.h"
 #include "data_bridge/zr_contract/EdgeGeom.h"
+#include "data_bridge/zr_contract/GeometryReferenceCheck.h"
 #include "data_bridge/zr_contract/HexahedralGeom.h"
 #include "data_bridge/zr_contract/IArray.h"
 #include "data_bridge/zr_contract/IGeometry.h"
@@ -34,7 +35,10 @@
 #include <vtkRectilinearGrid.h>
 #include <vtkUnstructuredGrid.h>
 
+#include <fmt/format.h>
+
 #include <iostream>
+#include <limits>
 
 namespace CV::VtkBridge
 {
@@ -89,8 +93,36 @@ std::vector<IdType> keysOf(const AttributeMatrix* matrix)
   return matrix == nullptr ? std::vector<IdType>{} : matrix->getDataMap().getKeys();
 }
 
-// Connectivity is copied: the host stores unsigned indices and VTK wants its own signed ids.
-vtkSmartPointer<vtkCellArray> copyConnectivity(DataArray<std::uint64_t>* list, int verticesPerCell)
+// Why a geometry has no dataset (or what of it is left out), collected for the caller and the console.
+class WrapMessages
+{
+public:
+  explicit WrapMessages(std::vector<std::string>* messages)
+      : m_Messages(messages)
+  {
+  }
+  void add(const std::string& message)
+  {
+    std::cout << message << std::endl;
+    if (m_Messages != nullptr)
+    {
+      m_Messages->push_back(message);
+    }
+  }
+  void noDataSet(const std::string& geometryName, const std::string& reason)
+  {
+    add(fmt::format("The geometry '{}' has no dataset: {}", geometryName, reason));
+  }
+
+private:
+  std::vector<std::string>* m_Messages;
+};
+
+// Connectivity is copied: the host stores unsigned indices and VTK wants its own signed ids. Every id
+// is checked against the vertex count in the same pass, so that no filter reads past the points; the
+// first one out of range is named in `problem` and no cells are returned.
+vtkSmartPointer<vtkCellArray> copyConnectivity(DataArray<std::uint64_t>* list, int verticesPerCell,
+                                               usize vertexCount, const char* listName, std::string& problem)
 {
   auto* store = list->getDataStore();
   const usize count = store->getNumberOfTuples() * store->getNumberOfComponents();
@@ -98,20 +130,31 @@ vtkSmartPointer<vtkCellArray> copyConnectivity(DataArray<std::uint64_t>* list, i
   connectivity->SetNumberOfComponents(1);
   connectivity->SetNumberOfTuples(static_cast<vtkIdType>(count));
   long long* out = connectivity->GetPointer(0);
+  usize badIndex = count;
   if (auto* plain = dynamic_cast<DataStore<std::uint64_t>*>(store))
   {
     const std::uint64_t* in = plain->data();
     for (usize i = 0; i < count; ++i)
     {
       out[i] = static_cast<long long>(in[i]);
+      badIndex = in[i] >= vertexCount && badIndex == count ? i : badIndex;
     }
   }
   else
   {
     for (usize i = 0; i < count; ++i)
     {
-      out[i] = static_cast<long long>(store->getValue(i));
+      const std::uint64_t value = store->getValue(i);
+      out[i] = static_cast<long long>(value);
+      badIndex = value >= vertexCount && badIndex == count ? i : badIndex;
     }
+  }
+  if (badIndex != count)
+  {
+    // Ids at or above 2^63 are negative ones of a signed writer, and are shown as such.
+    problem = fmt::format("its {} holds the vertex id {} (cell {}), but there are only {} vertices", listName,
+                          out[badIndex], badIndex / static_cast<usize>(verticesPerCell), vertexCount);
+    return nullptr;
   }
   auto cells = vtkSmartPointer<vtkCellArray>::New();
   cells->Use64BitStorage();
@@ -124,7 +167,7 @@ bool usableList(IDataArray* list)
   return list != nullptr && list->getDataFormat().empty() && list->getIDataStore() != nullptr;
 }
 
-void addAttributeArrays(vtkDataSet* dataSet, DataStructure& dataStructure, const std::vector<IdType>& ids,
+void addAttributeArrays(WrapMessages& messages, DataStructure& dataStructure, const std::vector<IdType>& ids,
                         vtkDataSetAttributes* attributes, vtkIdType expectedTuples, const char* arrayKind,
                         const char* countKind)
 {
@@ -136,11 +179,11 @@ void addAttributeArrays(vtkDataSet* dataSet, DataStructure& dataStructure, const
       continue;
     }
     const int numComponents = array->GetNumberOfComponents();
-    const vtkIdType tupleCount = (array->GetMaxId() + 1) / numComponents;
+    const vtkIdType tupleCount = numComponents == 0 ? 0 : (array->GetMaxId() + 1) / numComponents;
     if (tupleCount != expectedTuples)
     {
-      std::cout << arrayKind << " Array '" << array->GetName() << "' has Tuple Count of " << tupleCount
-                << " but the Geometry " << countKind << " count is " << expectedTuples << std::endl;
+      messages.add(fmt::format("{} Array '{}' has Tuple Count of {} but the Geometry {} count is {}",
+                               arrayKind, array->GetName(), tupleCount, countKind, expectedTuples));
       continue;
     }
     if (const std::shared_ptr<DataObject> object = dataStructure.getSharedData(id))
@@ -161,25 +204,69 @@ void addAttributeArrays(vtkDataSet* dataSet, DataStructure& dataStructure, const
       attributes->SetActiveVectors(array->GetName());
     }
   }
-  (void)dataSet;
 }
 
-vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geometry)
+// A structured grid of these many cells per axis fits VTK's int dimensions and vtkIdType counts.
+bool fitsVtkGrid(const std::array<usize, 3>& cells)
+{
+  usize points = 1;
+  for (usize extent : cells)
+  {
+    if (extent >= static_cast<usize>(std::numeric_limits<int>::max()) ||
+        __builtin_mul_overflow(points, extent + 1, &points))
+    {
+      return false;
+    }
+  }
+  return points <= static_cast<usize>(std::numeric_limits<vtkIdType>::max());
+}
+
+std::string dimensionsText(const std::array<usize, 3>& dims)
+{
+  return fmt::format("{} x {} x {}", dims[0], dims[1], dims[2]);
+}
+
+// Why a connectivity list of the geometry's own kind cannot give cells; empty when it can.
+std::string unusableListReason(IDataArray* list, const char* listName)
+{
+  if (list == nullptr)
+  {
+    return fmt::format("it has no {}", listName);
+  }
+  return fmt::format("its {} is not in memory", listName);
+}
+
+vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geometry, WrapMessages& messages)
 {
   if (geometry == nullptr)
   {
     return nullptr;
   }
   const std::string& name = geometry->getName();
+  // A reference to an object of the wrong kind would be read as something it is not.
+  const std::vector<std::string> problems = CheckGeometryReferences(*geometry);
+  if (!problems.empty())
+  {
+    for (const std::string& problem : problems)
+    {
+      messages.noDataSet(name, problem);
+    }
+    return nullptr;
+  }
   vtkSmartPointer<vtkDataSet> result;
   vtkIdType cellCount = 0;
   vtkIdType pointCount = 0;
 
   if (auto* image = dynamic_cast<ImageGeom*>(geometry.get()))
   {
+    const auto dims = image->getDimensions();
+    if (!fitsVtkGrid(dims))
+    {
+      messages.noDataSet(name, fmt::format("its dimensions {} are too large to draw", dimensionsText(dims)));
+      return nullptr;
+    }
     auto imageData = vtkSmartPointer<vtkImageData>::New();
     ZRVtk::SetObjectName(imageData, name);
-    const auto dims = image->getDimensions();
     imageData->SetDimensions(static_cast<int>(dims[0] + 1), static_cast<int>(dims[1] + 1),
                              static_cast<int>(dims[2] + 1));
     cellCount = static_cast<vtkIdType>(image->getNumberOfCells());
@@ -191,14 +278,31 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
   }
   else if (auto* rectGrid = dynamic_cast<RectGridGeom*>(geometry.get()))
   {
+    const std::shared_ptr<DataArray<float>> bounds[3] = {
+        rectGrid->getSharedXBounds(), rectGrid->getSharedYBounds(), rectGrid->getSharedZBounds()};
+    const char* axisNames[3] = {"X", "Y", "Z"};
+    for (int axis = 0; axis < 3; ++axis)
+    {
+      if (!usableList(bounds[axis].get()) || bounds[axis]->getNumberOfTuples() == 0)
+      {
+        const std::string what = fmt::format("{} bounds", axisNames[axis]);
+        messages.noDataSet(name, bounds[axis] != nullptr && bounds[axis]->getNumberOfTuples() == 0
+                                     ? fmt::format("its {} are empty", what)
+                                     : unusableListReason(bounds[axis].get(), what.c_str()));
+        return nullptr;
+      }
+    }
+    const auto dims = rectGrid->getDimensions();
+    if (!fitsVtkGrid(dims))
+    {
+      messages.noDataSet(name, fmt::format("its dimensions {} are too large to draw", dimensionsText(dims)));
+      return nullptr;
+    }
     auto grid = vtkSmartPointer<vtkRectilinearGrid>::New();
     ZRVtk::SetObjectName(grid, name);
-    const auto dims = rectGrid->getDimensions();
     grid->SetDimensions(static_cast<int>(dims[0] + 1), static_cast<int>(dims[1] + 1),
                         static_cast<int>(dims[2] + 1));
     cellCount = static_cast<vtkIdType>(rectGrid->getNumberOfCells());
-    const std::shared_ptr<DataArray<float>> bounds[3] = {
-        rectGrid->getSharedXBounds(), rectGrid->getSharedYBounds(), rectGrid->getSharedZBounds()};
     const char* boundNames[3] = {"X Bounds CV Array", "Y Bounds CV Array", "Z Bounds CV Array"};
     vtkSmartPointer<vtkDataArray> coordinates[3];
     for (int axis = 0; axis < 3; ++axis)
@@ -220,40 +324,67 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
   ZRVtk::SetObjectName(unstructuredGrid, name);
   ZRVtk::SetObjectName(polyData, name);
 
-  if (auto* node0D = dynamic_cast<INodeGeometry0D*>(geometry.get()))
+  auto* node0D = dynamic_cast<INodeGeometry0D*>(geometry.get());
+  // Connectivity is only read over points it can index.
+  usize vertexCount = 0;
+  if (node0D != nullptr)
   {
     DataArray<float>* vertices = node0D->getVertices();
-    if (usableList(vertices))
+    if (!usableList(vertices))
     {
-      auto coordinates = vtkSmartPointer<CV::Array<float>>::New();
-      coordinates->MoveDataStoreFromZorelibDataArray(vertices);
-      vtkNew<vtkPoints> points;
-      points->SetData(coordinates);
-      unstructuredGrid->SetPoints(points);
-      polyData->SetPoints(points);
-
-      pointCount = static_cast<vtkIdType>(vertices->getNumberOfTuples());
-      vtkNew<vtkAOSDataArrayTemplate<long long>> ids;
-      ids->SetNumberOfComponents(1);
-      ids->SetNumberOfTuples(pointCount);
-      for (vtkIdType i = 0; i < pointCount; ++i)
-      {
-        ids->SetValue(i, i);
-      }
-      vtkNew<vtkCellArray> cells;
-      cells->Use64BitStorage();
-      cells->SetData(1, ids);
-      // Vertex cells go on the grid only: the vertex polydata is drawn through its points.
-      unstructuredGrid->SetCells(VTK_VERTEX, cells);
-      result = polyData;
+      messages.noDataSet(name, unusableListReason(vertices, "vertex list"));
+      return nullptr;
     }
+    auto coordinates = vtkSmartPointer<CV::Array<float>>::New();
+    coordinates->MoveDataStoreFromZorelibDataArray(vertices);
+    vtkNew<vtkPoints> points;
+    points->SetData(coordinates);
+    unstructuredGrid->SetPoints(points);
+    polyData->SetPoints(points);
+
+    vertexCount = vertices->getNumberOfTuples();
+    pointCount = static_cast<vtkIdType>(vertexCount);
+    vtkNew<vtkAOSDataArrayTemplate<long long>> ids;
+    ids->SetNumberOfComponents(1);
+    ids->SetNumberOfTuples(pointCount);
+    for (vtkIdType i = 0; i < pointCount; ++i)
+    {
+      ids->SetValue(i, i);
+    }
+    vtkNew<vtkCellArray> cells;
+    cells->Use64BitStorage();
+    cells->SetData(1, ids);
+    // Vertex cells go on the grid only: the vertex polydata is drawn through its points.
+    unstructuredGrid->SetCells(VTK_VERTEX, cells);
+    result = polyData;
   }
+  // The connectivity list that gives a kind its cells (edges, faces or polyhedra, by the depth of the
+  // geometry's class); without it the kind's cells are missing from the dataset.
+  const int depth = dynamic_cast<INodeGeometry3D*>(geometry.get()) != nullptr   ? 3
+                    : dynamic_cast<INodeGeometry2D*>(geometry.get()) != nullptr ? 2
+                    : dynamic_cast<INodeGeometry1D*>(geometry.get()) != nullptr ? 1
+                                                                                : 0;
+  const auto ownList = [&](int listDepth, IDataArray* list, const char* listName)
+  {
+    if (depth == listDepth && !usableList(list))
+    {
+      messages.add(fmt::format("The geometry '{}' is drawn without its cells: {}", name,
+                               unusableListReason(list, listName)));
+    }
+  };
+  std::string problem;
   if (auto* node1D = dynamic_cast<INodeGeometry1D*>(geometry.get()))
   {
     DataArray<std::uint64_t>* edges = node1D->getEdges();
+    ownList(1, edges, "edge list");
     if (usableList(edges))
     {
-      auto cells = copyConnectivity(edges, 2);
+      auto cells = copyConnectivity(edges, 2, vertexCount, "edge list", problem);
+      if (cells == nullptr)
+      {
+        messages.noDataSet(name, problem);
+        return nullptr;
+      }
       unstructuredGrid->SetCells(VTK_LINE, cells);
       polyData->SetLines(cells);
       cellCount = static_cast<vtkIdType>(edges->getNumberOfTuples());
@@ -264,9 +395,15 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
   {
     DataArray<std::uint64_t>* faces = node2D->getFaces();
     const usize perFace = node2D->getNumberOfVerticesPerFace();
+    ownList(2, faces, "face list");
     if (usableList(faces) && (perFace == 3 || perFace == 4))
     {
-      auto cells = copyConnectivity(faces, static_cast<int>(perFace));
+      auto cells = copyConnectivity(faces, static_cast<int>(perFace), vertexCount, "face list", problem);
+      if (cells == nullptr)
+      {
+        messages.noDataSet(name, problem);
+        return nullptr;
+      }
       unstructuredGrid->SetCells(perFace == 3 ? VTK_TRIANGLE : VTK_QUAD, cells);
       polyData->SetPolys(cells);
       cellCount = static_cast<vtkIdType>(faces->getNumberOfTuples());
@@ -277,9 +414,16 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
   {
     DataArray<std::uint64_t>* polyhedra = node3D->getPolyhedra();
     const usize perCell = node3D->getNumberOfVerticesPerCell();
+    ownList(3, polyhedra, "polyhedron list");
     if (usableList(polyhedra) && (perCell == 4 || perCell == 8))
     {
-      auto cells = copyConnectivity(polyhedra, static_cast<int>(perCell));
+      auto cells =
+          copyConnectivity(polyhedra, static_cast<int>(perCell), vertexCount, "polyhedron list", problem);
+      if (cells == nullptr)
+      {
+        messages.noDataSet(name, problem);
+        return nullptr;
+      }
       unstructuredGrid->SetCells(perCell == 4 ? VTK_TETRA : VTK_HEXAHEDRON, cells);
       cellCount = static_cast<vtkIdType>(polyhedra->getNumberOfTuples());
       result = unstructuredGrid;
@@ -301,8 +445,9 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
     return result;
   }
   const auto [cellIds, pointIds] = GetCellAndPointDataIds(geometry);
-  addAttributeArrays(result, *dataStructure, cellIds, result->GetCellData(), cellCount, "Cell", "cell");
-  addAttributeArrays(result, *dataStructure, pointIds, result->GetPointData(), pointCount, "Point", "Point");
+  addAttributeArrays(messages, *dataStructure, cellIds, result->GetCellData(), cellCount, "Cell", "cell");
+  addAttributeArrays(messages, *dataStructure, pointIds, result->GetPointData(), pointCount, "Point",
+                     "Point");
   return result;
 }
 } // namespace
@@ -445,7 +590,8 @@ GetCellAndPointDataIds(const std::shared_ptr<IGeometry>& geometry)
 template<class GeometryT>
 vtkSmartPointer<vtkDataSet> CreateFromGeom(const std::shared_ptr<GeometryT>& geometry)
 {
-  return createDataSet(std::static_pointer_cast<IGeometry>(geometry));
+  WrapMessages messages(nullptr);
+  return createDataSet(std::static_pointer_cast<IGeometry>(geometry), messages);
 }
 
 template vtkSmartPointer<vtkDataSet> CreateFromGeom<ImageGeom>(const std::shared_ptr<ImageGeom>&);
@@ -460,6 +606,7 @@ template vtkSmartPointer<vtkDataSet> CreateFromGeom<HexahedralGeom>(const std::s
 std::shared_ptr<WrappedGeometry> WrapGeometry(const std::shared_ptr<IGeometry>& geometry)
 {
   auto wrapped = std::make_shared<WrappedGeometry>();
+  WrapMessages messages(&wrapped->m_Messages);
   if (geometry == nullptr)
   {
     return wrapped;
@@ -467,47 +614,47 @@ std::shared_ptr<WrappedGeometry> WrapGeometry(const std::shared_ptr<IGeometry>& 
   const std::vector<DataPath> paths = geometry->getDataPaths();
   if (paths.size() > 1)
   {
-    std::cout << "Zorelib Geometry has multiple parents. This is not a supported configuration." << std::endl;
+    messages.add("Zorelib Geometry has multiple parents. This is not a supported configuration.");
     return wrapped;
   }
   if (paths.empty())
   {
-    std::cout << "Zorelib Geometry does not have a parent path? This cannot be good." << std::endl;
+    messages.add("Zorelib Geometry does not have a parent path? This cannot be good.");
     return wrapped;
   }
   wrapped->m_DataPath = paths.front();
 
   if (auto image = std::dynamic_pointer_cast<ImageGeom>(geometry))
   {
-    wrapped->m_DataSet = CreateFromGeom(image);
+    wrapped->m_DataSet = createDataSet(image, messages);
   }
   else if (auto rectGrid = std::dynamic_pointer_cast<RectGridGeom>(geometry))
   {
-    wrapped->m_DataSet = CreateFromGeom(rectGrid);
+    wrapped->m_DataSet = createDataSet(rectGrid, messages);
   }
   else if (auto vertex = std::dynamic_pointer_cast<VertexGeom>(geometry))
   {
-    wrapped->m_DataSet = CreateFromGeom(vertex);
+    wrapped->m_DataSet = createDataSet(vertex, messages);
   }
   else if (auto edge = std::dynamic_pointer_cast<EdgeGeom>(geometry))
   {
-    wrapped->m_DataSet = CreateFromGeom(edge);
+    wrapped->m_DataSet = createDataSet(edge, messages);
   }
   else if (auto triangle = std::dynamic_pointer_cast<TriangleGeom>(geometry))
   {
-    wrapped->m_DataSet = CreateFromGeom(triangle);
+    wrapped->m_DataSet = createDataSet(triangle, messages);
   }
   else if (auto quad = std::dynamic_pointer_cast<QuadGeom>(geometry))
   {
-    wrapped->m_DataSet = CreateFromGeom(quad);
+    wrapped->m_DataSet = createDataSet(quad, messages);
   }
   else if (auto tetrahedral = std::dynamic_pointer_cast<TetrahedralGeom>(geometry))
   {
-    wrapped->m_DataSet = CreateFromGeom(tetrahedral);
+    wrapped->m_DataSet = createDataSet(tetrahedral, messages);
   }
   else if (auto hexahedral = std::dynamic_pointer_cast<HexahedralGeom>(geometry))
   {
-    wrapped->m_DataSet = CreateFromGeom(hexahedral);
+    wrapped->m_DataSet = createDataSet(hexahedral, messages);
   }
   return wrapped;
 }

@@ -36,5 +36,6 @@ protected:
 
 private:
   QStringList m_Errors;
+  QString m_PipelineFailure;
   vtkOutputWindow* m_PassThrough = nullptr;
 };

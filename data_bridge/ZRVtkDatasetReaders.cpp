@@ -1,17 +1,24 @@
 #include "data_bridge/ZRVtkDatasetReaders.h"
 
+#include "data_bridge/VXDatasetConsistencyCheck.h"
+#include "data_bridge/VXImageHeaderCheck.h"
+#include "data_bridge/VXLegacyVtkHeaderCheck.h"
+#include "data_bridge/VXLegacyVtkTypeNames.h"
+#include "data_bridge/VXReadableFileCheck.h"
+#include "data_bridge/VXTiffHeaderCheck.h"
 #include "data_bridge/VXVtkErrorCapture.h"
+#include "data_bridge/VXXmlVtkHeaderCheck.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "data_bridge/ZRVtkObjectName.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QImageReader>
 #include <QMimeDatabase>
 #include <QtEndian>
 
 #include <vtkBMPReader.h>
 #include <vtkCellData.h>
+#include <vtkCharArray.h>
 #include <vtkGenericDataObjectReader.h>
 #include <vtkImageData.h>
 #include <vtkJPEGReader.h>
@@ -40,7 +47,8 @@ namespace
 {
 // What the caller gets once the reader has run: the output, or null and the message if VTK complained.
 template<class DataT>
-vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, QString* errorMessage)
+vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, QString* errorMessage,
+                               const QString& path = QString())
 {
   if (capture.hasErrors())
   {
@@ -50,18 +58,26 @@ vtkSmartPointer<DataT> Checked(const VXVtkErrorCapture& capture, DataT* output, 
     }
     return nullptr;
   }
+  if (!VXDatasetConsistencyCheck::check(vtkDataSet::SafeDownCast(output), path, errorMessage))
+  {
+    return nullptr;
+  }
   return output;
 }
 
 template<class ReaderT>
 vtkSmartPointer<vtkDataSet> ReadXml(const QString& path, QString* errorMessage)
 {
+  if (!VXXmlVtkHeaderCheck::check(path, errorMessage))
+  {
+    return nullptr;
+  }
   VXVtkErrorCapture capture;
   auto reader = vtkSmartPointer<ReaderT>::New();
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked(capture, reader->GetOutputAsDataSet(), errorMessage);
+  return Checked(capture, reader->GetOutputAsDataSet(), errorMessage, path);
 }
 
 template<class ReaderT>
@@ -72,24 +88,8 @@ vtkSmartPointer<vtkImageData> ReadImageFile(const QString& path, QString* errorM
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked(capture, reader->GetOutput(), errorMessage);
+  return Checked(capture, reader->GetOutput(), errorMessage, path);
 }
-// vtkPNGReader crashes on a PNG that libpng gives up on halfway (truncated or damaged image data), so
-// such a file must not reach it. Decoding it once with Qt tells.
-bool IsDecodablePng(const QString& path, QString* errorMessage)
-{
-  QImageReader reader(path, "png");
-  if (!reader.read().isNull())
-  {
-    return true;
-  }
-  if (errorMessage != nullptr)
-  {
-    *errorMessage = QStringLiteral("The PNG image '%1' cannot be read: %2").arg(path, reader.errorString());
-  }
-  return false;
-}
-
 // vtkSTLReader stops quietly at the end of a short binary file and hands out the triangles it got. The
 // header says how long the file must be.
 bool IsCompleteStl(const QString& path, QString* errorMessage)
@@ -134,57 +134,6 @@ bool IsCompleteStl(const QString& path, QString* errorMessage)
   return false;
 }
 
-// vtkBMPReader trusts the header and crashes on a damaged one, so the header must describe a bitmap
-// that the file holds in full.
-bool IsCompleteBmp(const QString& path, QString* errorMessage)
-{
-  QFile file(path);
-  if (!file.open(QIODevice::ReadOnly))
-  {
-    return true; // the reader names the problem
-  }
-  const QByteArray head = file.read(30);
-  const auto fail = [&](const QString& what)
-  {
-    if (errorMessage != nullptr)
-    {
-      *errorMessage = QStringLiteral("The BMP image '%1' cannot be read: %2").arg(path, what);
-    }
-    return false;
-  };
-  if (head.size() < 26 || !head.startsWith("BM"))
-  {
-    return fail(QStringLiteral("it has no bitmap header."));
-  }
-  const quint32 dataOffset = qFromLittleEndian<quint32>(head.constData() + 10);
-  const quint32 infoSize = qFromLittleEndian<quint32>(head.constData() + 14);
-  qint64 width = 0;
-  qint64 height = 0;
-  qint64 bitsPerPixel = 0;
-  if (infoSize == 12)
-  {
-    width = qFromLittleEndian<quint16>(head.constData() + 18);
-    height = qFromLittleEndian<quint16>(head.constData() + 20);
-    bitsPerPixel = qFromLittleEndian<quint16>(head.constData() + 24);
-  }
-  else if (infoSize >= 40 && head.size() == 30)
-  {
-    width = qFromLittleEndian<qint32>(head.constData() + 18);
-    height = std::abs(qint64(qFromLittleEndian<qint32>(head.constData() + 22)));
-    bitsPerPixel = qFromLittleEndian<quint16>(head.constData() + 28);
-  }
-  if (width <= 0 || height <= 0 || (bitsPerPixel != 8 && bitsPerPixel != 24 && bitsPerPixel != 32))
-  {
-    return fail(QStringLiteral("its header is damaged or of an unsupported kind."));
-  }
-  const qint64 rowBytes = (width * bitsPerPixel + 31) / 32 * 4;
-  if (qint64(dataOffset) + rowBytes * height > file.size())
-  {
-    return fail(QStringLiteral("the file is truncated."));
-  }
-  return true;
-}
-
 // By content first, as the name may lie (a PNG saved as .jpg); the name decides when the content says
 // nothing, for instance for a missing file, so that the reader can report it.
 QMimeType ImageTypeOf(const QString& path)
@@ -221,6 +170,10 @@ vtkSmartPointer<vtkDataSet> Read(const QString& path, QString* errorMessage)
   {
     if (suffix == extension)
     {
+      if (!VXReadableFileCheck::IsReadable(path, errorMessage))
+      {
+        return nullptr;
+      }
       return reader(path, errorMessage);
     }
   }
@@ -229,29 +182,40 @@ vtkSmartPointer<vtkDataSet> Read(const QString& path, QString* errorMessage)
 
 vtkSmartPointer<vtkDataSet> ReadImage(const QString& path, bool pointToCell, QString* errorMessage)
 {
+  if (!VXReadableFileCheck::IsReadable(path, errorMessage))
+  {
+    return nullptr;
+  }
   const QMimeType mimeType = ImageTypeOf(path);
   const auto isA = [&mimeType](const QString& extension)
   { return mimeType.inherits(io::IMAGE_PREFIX + extension); };
 
   vtkSmartPointer<vtkImageData> image;
+  // Each header is checked first: VTK's image readers allocate whatever it declares.
   if (isA(io::JPG_FILE_EXT) || isA(io::JPG_FILE_EXT2))
   {
-    image = ReadImageFile<vtkJPEGReader>(path, errorMessage);
+    if (VXImageHeaderCheck::IsReadableJpeg(path, errorMessage))
+    {
+      image = ReadImageFile<vtkJPEGReader>(path, errorMessage);
+    }
   }
   else if (isA(io::PNG_FILE_EXT))
   {
-    if (IsDecodablePng(path, errorMessage))
+    if (VXImageHeaderCheck::IsReadablePng(path, errorMessage))
     {
       image = ReadImageFile<vtkPNGReader>(path, errorMessage);
     }
   }
   else if (isA(io::TIF_FILE_EXT) || isA(io::TIF_FILE_EXT2))
   {
-    image = ReadImageFile<vtkTIFFReader>(path, errorMessage);
+    if (VXTiffHeaderCheck::IsReadable(path, errorMessage))
+    {
+      image = ReadImageFile<vtkTIFFReader>(path, errorMessage);
+    }
   }
   else if (isA(io::BMP_FILE_EXT))
   {
-    if (IsCompleteBmp(path, errorMessage))
+    if (VXImageHeaderCheck::IsReadableBmp(path, errorMessage))
     {
       image = ReadImageFile<vtkBMPReader>(path, errorMessage);
     }
@@ -325,6 +289,10 @@ vtkSmartPointer<vtkDataSet> ReadPPolyData(const QString& path, QString* errorMes
 vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessage)
 {
   const QByteArray fileName = path.toUtf8();
+  if (!VXXmlVtkHeaderCheck::check(path, errorMessage) || !VXLegacyVtkHeaderCheck::check(path, errorMessage))
+  {
+    return nullptr;
+  }
   {
     VXVtkErrorCapture capture;
     auto xmlReader = vtkSmartPointer<vtkXMLGenericDataObjectReader>::New();
@@ -334,7 +302,7 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
     // No output means the file is no XML dataset: its complaints don't matter, the legacy reader decides.
     if (xmlReader->GetOutput() != nullptr)
     {
-      return Checked(capture, xmlReader->GetOutputAsDataSet(), errorMessage);
+      return Checked(capture, xmlReader->GetOutputAsDataSet(), errorMessage, path);
     }
   }
 
@@ -343,6 +311,15 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
   auto legacyReader = vtkSmartPointer<vtkGenericDataObjectReader>::New();
   capture.watch(legacyReader);
   legacyReader->SetFileName(fileName.constData());
+  // Type names VTK's reader lacks are renamed in a copy read from memory.
+  const QByteArray renamed = VXLegacyVtkTypeNames::renamedContent(path);
+  if (!renamed.isEmpty())
+  {
+    auto input = vtkSmartPointer<vtkCharArray>::New();
+    input->SetArray(const_cast<char*>(renamed.constData()), renamed.size(), 1);
+    legacyReader->SetInputArray(input);
+    legacyReader->ReadFromInputStringOn();
+  }
   legacyReader->Update();
   vtkDataObject* output = legacyReader->GetOutput();
   if (output == nullptr || !output->IsA("vtkDataSet"))
@@ -354,7 +331,7 @@ vtkSmartPointer<vtkDataSet> ReadVtkData(const QString& path, QString* errorMessa
     }
     return nullptr;
   }
-  return Checked(capture, vtkDataSet::SafeDownCast(output), errorMessage);
+  return Checked(capture, vtkDataSet::SafeDownCast(output), errorMessage, path);
 }
 
 vtkSmartPointer<vtkDataSet> ReadSTLData(const QString& path, QString* errorMessage)
@@ -368,7 +345,7 @@ vtkSmartPointer<vtkDataSet> ReadSTLData(const QString& path, QString* errorMessa
   capture.watch(reader);
   reader->SetFileName(path.toUtf8().constData());
   reader->Update();
-  return Checked<vtkDataSet>(capture, reader->GetOutput(), errorMessage);
+  return Checked<vtkDataSet>(capture, reader->GetOutput(), errorMessage, path);
 }
 
 vtkSmartPointer<vtkImageData> ConvertPointDataToCellData(vtkImageData* image)

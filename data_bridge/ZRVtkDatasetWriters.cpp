@@ -1,5 +1,6 @@
 #include "data_bridge/ZRVtkDatasetWriters.h"
 
+#include "data_bridge/VXPrivateKeyStash.h"
 #include "data_bridge/VXVtkErrorCapture.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
 
@@ -36,6 +37,7 @@ bool WriteUsing(const QString& path, vtkDataSet* dataSet, QString* errorMessage)
     return false;
   }
   VXVtkErrorCapture capture;
+  const VXPrivateKeyStash privateKeysOff(dataSet);
   auto writer = vtkSmartPointer<WriterT>::New();
   capture.watch(writer);
   writer->SetFileName(path.toUtf8().constData());

@@ -3,16 +3,20 @@
 #include "pipeline/VXCoreObject.h"
 
 #include <QMap>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
+#include <vector>
 
+class VXRepresentationPimpl;
 class vtkAlgorithmOutput;
 
 /**
  * A data view: one tree item that draws the output of a data source or filter, with one
- * implementation per render window. The concrete views register themselves with a factory so the
- * pipeline can make a view from its type number.
+ * implementation per render window, so that settings are per window. A window made by a split gets
+ * a copy of the implementation of the window it came from. The concrete views register themselves
+ * with a factory so the pipeline can make a view from its type number.
  */
 class VXRepresentation : public VXCoreObject
 {
@@ -47,15 +51,62 @@ public:
   ~VXRepresentation() override;
 
   virtual Type getType() const = 0;
-  virtual void initialize(vtkAlgorithmOutput* inputPort) = 0;
-  // Adds an implementation for the split window; false when the view had nothing to copy from.
+  virtual void initialize(vtkAlgorithmOutput* inputPort);
+  /**
+   * Adds the implementation for a window, copying the settings of the source window's (or else the
+   * first) implementation. Only the first implementation may be given a port.
+   */
   virtual bool addViewWidgetSplit(VXAbstractViewWidget* source, VXAbstractViewWidget* split,
-                                  vtkAlgorithmOutput* port, bool visible = true) = 0;
-  virtual void initializeViewWidgetSplits(vtkAlgorithmOutput* port, bool visible);
+                                  vtkAlgorithmOutput* port, bool visible = true);
+  void initializeViewWidgetSplits(vtkAlgorithmOutput* port, bool visible);
+
+  void write(nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>& viewIndexes) const override;
+  void read(const nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>& viewIndexes) override;
+  bool finalize() override;
+  vtkAlgorithmOutput* outputPort() const override;
+  VXLookupTable* lookupTable() const override;
+  void initializeSettingsWidget() override;
+  bool isVisible() const override;
+  void setVisibility(bool visible) override;
+  void copyActiveSettings() override;
+  void pasteToActiveSettings() override;
 
   void setParentSource(VXCoreObject* parentSource);
   VXCoreObject* parentSource() const { return m_ParentSource; }
+  VXCoreObject* parentDataSource() const;
+  /** @brief The implementation in the window, or null. */
+  VXRepresentationPimpl* implementation(VXAbstractViewWidget* view) const;
+  VXRepresentationPimpl* activeImplementation() const;
+  /** @brief All implementations in map order; a dead one gives a null entry. */
+  std::vector<VXRepresentationPimpl*> getDataViewSplits() const;
+  void removeModuleInstance(VXAbstractViewWidget* view);
+  void highlightInRenderWindows(bool highlight);
+  bool isHighlighted() const { return m_Highlighted; }
+  QString defaultName() const { return humanTypeName(); }
+
+public Q_SLOTS:
+  void addViewWidgetCopy(VXAbstractViewWidget* sourceViewWidget,
+                         VXAbstractViewWidget* splitViewWidget) override;
+  void receivePipelineOutputReloaded() override;
+  void activeViewChanged(VXAbstractViewWidget* previousActiveView,
+                         VXAbstractViewWidget* currentActiveView) override;
+  void renderAll();
+  void removeModule();
+  void updateGridAxesBounds();
+
+Q_SIGNALS:
+  void canHoverInfo(int allowHoverInfo);
+  void requestLinkViews(VXRepresentationPimpl* repToLink);
+  void requestUnlinkViews(VXRepresentationPimpl* repToUnlink);
+
+protected:
+  /** @brief A new implementation of this view's own kind for the window. */
+  virtual VXRepresentationPimpl* createImplementation(VXAbstractViewWidget* view) = 0;
+  /** @brief Whether an implementation is of this view's own kind. */
+  virtual bool isOwnImplementation(const VXRepresentationPimpl* implementation) const = 0;
 
 private:
+  QMap<VXAbstractViewWidget*, QPointer<VXRepresentationPimpl>> m_Implementations;
   QPointer<VXCoreObject> m_ParentSource;
+  bool m_Highlighted = false;
 };

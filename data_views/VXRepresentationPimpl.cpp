@@ -1,9 +1,21 @@
 #include "data_views/VXRepresentationPimpl.h"
 
 #include "data_views/VXRepresentation.h"
+#include "data_views/VXStateReading.h"
+#include "platform/QtZRSettings.h"
+#include "platform/ZRSettingsKeys.h"
 #include "views/VXAbstractViewWidget.h"
+#include "views/VXVisualizationWidget.h"
 
 #include <nlohmann/json.hpp>
+
+#include <QClipboard>
+#include <QGuiApplication>
+
+#include <vtkActor.h>
+
+using ZRVtkModule::state::readIfPresent;
+using ZRVtkModule::state::readSetting;
 
 namespace
 {
@@ -19,14 +31,6 @@ constexpr const char* k_LinkPhysicalUnits = "link_physical_units";
 constexpr const char* k_RepresentationVisible = "representation_visible";
 constexpr const char* k_UseDecimation = "use_decimation_during_interactions";
 
-template<class T>
-void readIfPresent(const nlohmann::json& json, const char* key, T& value)
-{
-  if (json.contains(key))
-  {
-    value = json.at(key).get<T>();
-  }
-}
 } // namespace
 
 VXRepresentationPimpl::VXRepresentationPimpl(VXRepresentation* owner, VXAbstractViewWidget* view)
@@ -35,6 +39,17 @@ VXRepresentationPimpl::VXRepresentationPimpl(VXRepresentation* owner, VXAbstract
     , m_SplitId(view != nullptr ? view->getSplitId() : 1)
     , m_Owner(owner)
 {
+  if (view == nullptr)
+  {
+    return;
+  }
+  connect(view, &VXAbstractViewWidget::closingView, owner,
+          [owner, view]() { owner->removeModuleInstance(view); });
+  if (VXVisualizationWidget* window = view->getVisualizationWidget())
+  {
+    connect(window, &VXVisualizationWidget::showAll, this, &VXRepresentationPimpl::show);
+    connect(window, &VXVisualizationWidget::hideAll, this, &VXRepresentationPimpl::hide);
+  }
 }
 
 VXRepresentationPimpl::~VXRepresentationPimpl() = default;
@@ -42,6 +57,128 @@ VXRepresentationPimpl::~VXRepresentationPimpl() = default;
 VXAbstractViewWidget* VXRepresentationPimpl::view() const
 {
   return m_View;
+}
+
+VXVisualizationWidget* VXRepresentationPimpl::visualizationWidget() const
+{
+  return m_View ? m_View->getVisualizationWidget() : nullptr;
+}
+
+void VXRepresentationPimpl::requestRender() const
+{
+  if (VXVisualizationWidget* window = visualizationWidget())
+  {
+    window->render();
+  }
+}
+
+std::array<double, 6> VXRepresentationPimpl::getModuleBounds() const
+{
+  std::array<double, 6> bounds = {0.0, -1.0, 0.0, -1.0, 0.0, -1.0};
+  if (vtkActor* actor = getActor())
+  {
+    const double* actorBounds = actor->GetBounds();
+    std::copy(actorBounds, actorBounds + 6, bounds.begin());
+  }
+  return bounds;
+}
+
+void VXRepresentationPimpl::highlightInRenderWindow(bool highlight)
+{
+  VXVisualizationWidget* window = visualizationWidget();
+  vtkActor* actor = getActor();
+  if (window == nullptr || actor == nullptr || !isVisible())
+  {
+    return;
+  }
+  window->removeOutline(actor);
+  if (highlight)
+  {
+    window->addOutline(actor);
+  }
+  window->render();
+}
+
+void VXRepresentationPimpl::copySettings(const VXRepresentationPimpl* other)
+{
+  if (other == nullptr)
+  {
+    return;
+  }
+  m_DataGridVisible = other->m_DataGridVisible;
+  m_LinkPhysicalUnits = other->m_LinkPhysicalUnits;
+  m_GridSpacing = other->m_GridSpacing;
+  m_ShowGridLines = other->m_ShowGridLines;
+  m_UseDecimationOnInteraction = other->m_UseDecimationOnInteraction;
+}
+
+void VXRepresentationPimpl::copySettings()
+{
+  nlohmann::json json = nlohmann::json::object();
+  write(json);
+  QGuiApplication::clipboard()->setText(QString::fromStdString(json.dump(2)));
+}
+
+void VXRepresentationPimpl::pasteSettings()
+{
+  // Malformed text or a key of the wrong type raises the JSON library's error for the caller to
+  // report; the settings are then as they were.
+  const nlohmann::json json = nlohmann::json::parse(QGuiApplication::clipboard()->text().toStdString());
+  nlohmann::json before = nlohmann::json::object();
+  write(before);
+  try
+  {
+    read(json);
+  }
+  catch (const nlohmann::json::exception&)
+  {
+    read(before);
+    throw;
+  }
+  applySettings();
+  requestRender();
+}
+
+void VXRepresentationPimpl::writeSettings(QtZRSettings& settings) const
+{
+  settings.setValue(QString::fromLatin1(k_DetachColorSettings), m_DetachColorSettings);
+  settings.setValue(QString::fromLatin1(k_DataGridVisible), m_DataGridVisible);
+  settings.setValue(QString::fromLatin1(k_SpacingX), m_GridSpacing[0]);
+  settings.setValue(QString::fromLatin1(k_SpacingY), m_GridSpacing[1]);
+  settings.setValue(QString::fromLatin1(k_SpacingZ), m_GridSpacing[2]);
+  settings.setValue(QString::fromLatin1(k_ShowGridLines), m_ShowGridLines);
+  settings.setValue(QString::fromLatin1(k_LinkPhysicalUnits), m_LinkPhysicalUnits);
+  settings.setValue(QString::fromLatin1(k_UseDecimation), m_UseDecimationOnInteraction);
+}
+
+void VXRepresentationPimpl::readSettings(QtZRSettings& settings)
+{
+  readSetting(settings, k_DetachColorSettings, m_DetachColorSettings);
+  readSetting(settings, k_DataGridVisible, m_DataGridVisible);
+  if (settings.contains(QString::fromLatin1(k_SpacingX)) &&
+      settings.contains(QString::fromLatin1(k_SpacingY)) &&
+      settings.contains(QString::fromLatin1(k_SpacingZ)))
+  {
+    readSetting(settings, k_SpacingX, m_GridSpacing[0]);
+    readSetting(settings, k_SpacingY, m_GridSpacing[1]);
+    readSetting(settings, k_SpacingZ, m_GridSpacing[2]);
+  }
+  readSetting(settings, k_ShowGridLines, m_ShowGridLines);
+  readSetting(settings, k_LinkPhysicalUnits, m_LinkPhysicalUnits);
+  readSetting(settings, k_UseDecimation, m_UseDecimationOnInteraction);
+}
+
+void VXRepresentationPimpl::readDefaultSettings()
+{
+  if (m_Owner == nullptr)
+  {
+    return;
+  }
+  QtZRSettings settings;
+  settings.beginGroup(ZR::SettingsKeys::k_VisualizationSettings);
+  settings.beginGroup(ZR::SettingsKeys::k_RepresentationSettings);
+  settings.beginGroup(m_Owner->typeName());
+  readSettings(settings);
 }
 
 void VXRepresentationPimpl::write(nlohmann::json& json) const

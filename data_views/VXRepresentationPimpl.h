@@ -8,9 +8,14 @@
 
 #include <array>
 
+class QtZRSettings;
 class VXAbstractViewWidget;
+class VXLookupTable;
 class VXRepresentation;
+class VXVisualizationWidget;
+class vtkActor;
 class vtkAlgorithmOutput;
+class vtkMapper;
 
 /**
  * The part of a data view that lives in one render window: its settings there, and (in the concrete
@@ -25,6 +30,7 @@ public:
   ~VXRepresentationPimpl() override;
 
   virtual void initialize(vtkAlgorithmOutput* inputPort) = 0;
+  // Takes the props out of the window; true when they were there.
   virtual bool finalize() = 0;
   virtual void write(nlohmann::json& json) const;
   // Each key is read only when present; a key of the wrong type raises the JSON library's error.
@@ -33,11 +39,29 @@ public:
   virtual vtkAlgorithmOutput* outputPort() const = 0;
   virtual bool isVisible() const { return m_ModuleVisible; }
   virtual void setVisibility(bool visible) { m_ModuleVisible = visible; }
+  virtual std::array<double, 6> getModuleBounds() const;
+  virtual VXLookupTable* lookupTable() const { return nullptr; }
+  virtual vtkActor* getActor() const { return nullptr; }
+  virtual vtkMapper* getMapper() const { return nullptr; }
+  virtual void highlightInRenderWindow(bool highlight);
+  virtual void receivePipelineOutputReloaded() {}
+  // Moves the VTK objects to the stored settings (after a read or a copy).
+  virtual void applySettings() {}
+  // Takes the settings of another window's implementation of the same view.
+  virtual void copySettings(const VXRepresentationPimpl* other);
+  // The settings as JSON text on the clipboard, and back.
+  void copySettings();
+  void pasteSettings();
+  // Default settings of this kind of view, under the view's type name.
+  virtual void writeSettings(QtZRSettings& settings) const;
+  virtual void readSettings(QtZRSettings& settings);
+  void readDefaultSettings();
   // The owner's path, then "Split View " and the window's split id.
   virtual QString pathName() const;
 
   VXRepresentation* owner() const { return m_Owner; }
   VXAbstractViewWidget* view() const;
+  VXVisualizationWidget* visualizationWidget() const;
   int splitId() const { return m_SplitId; }
   bool isLinked() const { return m_Linked; }
   void setLinked(bool linked) { m_Linked = linked; }
@@ -47,6 +71,11 @@ public:
   bool showGridLines() const { return m_ShowGridLines; }
   bool linkPhysicalUnits() const { return m_LinkPhysicalUnits; }
   bool useDecimationOnInteraction() const { return m_UseDecimationOnInteraction; }
+
+public Q_SLOTS:
+  void show() { setVisibility(true); }
+  void hide() { setVisibility(false); }
+  void requestRender() const;
 
 protected:
   bool m_DetachColorSettings = true;

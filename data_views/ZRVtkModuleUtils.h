@@ -1,8 +1,14 @@
 #pragma once
 
+#include "data_views/ZRVtkModuleConstants.h"
+
 #include <QPointer>
 #include <QScrollArea>
 #include <QWidget>
+
+class vtkDataArray;
+class vtkDataSet;
+class vtkMapper;
 
 // Widget generators shared by the settings panels of data sources, filters and data views.
 namespace ZRVtkModule::utils
@@ -13,4 +19,13 @@ namespace ZRVtkModule::utils
  * from their old parent.
  */
 QPointer<QWidget> CreateSettingsWidget(QPointer<QWidget> titleFrame, QPointer<QScrollArea> scrollArea);
+
+// The scalars of the cell (point) data, else its vectors, else its first array; null without arrays.
+vtkDataArray* GetActiveCellArray(vtkDataSet* dataSet);
+vtkDataArray* GetActivePointArray(vtkDataSet* dataSet);
+// The named array of the point data, else of the cell data; null for a null dataset.
+vtkDataArray* GetActiveDataArray(vtkDataSet* dataSet, const QString& name);
+vtkDataArray* GetActiveDataArray(vtkMapper* mapper, const QString& name);
+// Three unsigned chars per tuple: colours that can be drawn as they are.
+bool IsColorArray(vtkDataArray* array);
 } // namespace ZRVtkModule::utils

@@ -33,18 +33,23 @@ bool isImageSuffix(const QString& suffix)
          suffix == TIF_FILE_EXT || suffix == TIF_FILE_EXT2 || suffix == BMP_FILE_EXT;
 }
 
-// The dataset of a dataset or image file, or null (also for other suffixes).
-vtkSmartPointer<vtkDataSet> readDataSet(const QString& path, const QString& suffix)
+// The dataset of a dataset or image file, or null (also for other suffixes) and the reader's reason.
+vtkSmartPointer<vtkDataSet> readDataSet(const QString& path, const QString& suffix, QString* why)
 {
+  vtkSmartPointer<vtkDataSet> dataSet;
   if (isDatasetSuffix(suffix))
   {
-    return ZRVtk::utils::Read(path);
+    dataSet = ZRVtk::utils::Read(path, why);
   }
-  if (isImageSuffix(suffix))
+  else if (isImageSuffix(suffix))
   {
-    return ZRVtk::utils::ReadImage(path, true);
+    dataSet = ZRVtk::utils::ReadImage(path, true, why);
   }
-  return nullptr;
+  if (dataSet == nullptr && why->isEmpty())
+  {
+    *why = QStringLiteral("The file '%1' holds no data set that can be shown.").arg(path);
+  }
+  return dataSet;
 }
 
 } // namespace
@@ -133,8 +138,20 @@ void FileToVXBridge::import(const QString& path)
             .arg(path));
     return;
   }
+  QString why;
+  vtkSmartPointer<vtkDataSet> dataSet = readDataSet(path, suffix, &why);
+  if (dataSet == nullptr)
+  {
+    // The item stays, without a source: a source without data would show nothing and say nothing.
+    Q_EMIT sendOutputMessage(why);
+    Q_EMIT sendPopupMessage(
+        QStringLiteral("Load File Error"),
+        QStringLiteral("An error occurred while reading file %1. Cannot load the file for visualization\n%2")
+            .arg(path, why));
+    return;
+  }
   auto* dataSource = new VXDataSource(this);
-  dataSource->setDataSet(readDataSet(path, suffix));
+  dataSource->setDataSet(dataSet);
   addDataSource(dataSource);
 }
 
@@ -208,9 +225,11 @@ void FileToVXBridge::reload()
   }
   else if (isDatasetSuffix(suffix) || isImageSuffix(suffix))
   {
-    vtkSmartPointer<vtkDataSet> dataSet = readDataSet(m_FilePath, suffix);
+    QString why;
+    vtkSmartPointer<vtkDataSet> dataSet = readDataSet(m_FilePath, suffix, &why);
     if (dataSet == nullptr)
     {
+      Q_EMIT sendOutputMessage(why);
       Q_EMIT sendPopupMessage(QStringLiteral("Reload File Error"), readError);
       return;
     }

@@ -77,7 +77,23 @@ VXBridgeObject::ReadKestrixFile(const QString& path, const std::function<void(co
   {
     return nullptr;
   }
+  for (const zr::core::Warning& warning : result.warnings())
+  {
+    Q_EMIT sendOutputMessage(
+        QStringLiteral("Warning reading %1: %2").arg(path, QString::fromStdString(warning.message)));
+  }
   return std::make_shared<zr::core::DataStructure>(std::move(result.value()));
+}
+
+std::shared_ptr<CV::VtkBridge::WrappedGeometry>
+VXBridgeObject::wrapGeometry(const std::shared_ptr<zr::core::IGeometry>& geometry)
+{
+  auto wrapped = CV::VtkBridge::WrapGeometry(geometry);
+  for (const std::string& message : wrapped->m_Messages)
+  {
+    Q_EMIT sendOutputMessage(QString::fromStdString(message));
+  }
+  return wrapped;
 }
 
 void VXBridgeObject::addDataSource(VXDataSource* dataSource)
@@ -100,7 +116,7 @@ void VXBridgeObject::importDataStructure(const std::shared_ptr<zr::core::DataStr
       continue;
     }
     auto* dataSource = new VXDataSource(this);
-    dataSource->setWrappedGeometry(CV::VtkBridge::WrapGeometry(geometry));
+    dataSource->setWrappedGeometry(wrapGeometry(geometry));
     addDataSource(dataSource);
   }
 }
@@ -136,7 +152,7 @@ void VXBridgeObject::reloadDataStructure(const std::shared_ptr<zr::core::DataStr
       if (paths.size() == 1 && paths.front() == path)
       {
         // Same path: the source, its filters and its data views stay; only the dataset changes.
-        dataSource->setWrappedGeometry(CV::VtkBridge::WrapGeometry(*it));
+        dataSource->setWrappedGeometry(wrapGeometry(*it));
         remaining.erase(it);
         break;
       }
@@ -148,7 +164,7 @@ void VXBridgeObject::reloadDataStructure(const std::shared_ptr<zr::core::DataStr
   for (const auto& geometry : remaining)
   {
     auto* dataSource = new VXDataSource(this);
-    dataSource->setWrappedGeometry(CV::VtkBridge::WrapGeometry(geometry));
+    dataSource->setWrappedGeometry(wrapGeometry(geometry));
     addDataSource(dataSource);
   }
 }

@@ -15,7 +15,13 @@
 namespace zr::core
 {
 class DataStructure;
+class IGeometry;
 } // namespace zr::core
+
+namespace CV::VtkBridge
+{
+struct WrappedGeometry;
+} // namespace CV::VtkBridge
 
 class VXDataSource;
 
@@ -62,12 +68,16 @@ Q_SIGNALS:
   void nameChanged(QString name);
 
 protected:
-  // The structure of a .kestrix file with its data loaded, or null when the file can't be read.
-  static std::shared_ptr<zr::core::DataStructure>
+  // The structure of a .kestrix file with its data loaded, or null when the file can't be read. What
+  // the reader left out of a readable file goes to the output pane.
+  std::shared_ptr<zr::core::DataStructure>
   ReadKestrixFile(const QString& path, const std::function<void(const std::string&)>& progress = {});
 
   void addDataSource(VXDataSource* dataSource);
   void reportMultipleParents(const QString& geometryName);
+  // Wraps one geometry and passes on what the wrapping had to say about it.
+  std::shared_ptr<CV::VtkBridge::WrappedGeometry>
+  wrapGeometry(const std::shared_ptr<zr::core::IGeometry>& geometry);
 
   QList<VXDataSource*> m_DataSources;
   int m_NameSuffix = 0;

@@ -153,14 +153,20 @@ zr::core::DataPath VXDataSource::importedDataPath() const
 
 void VXDataSource::takeNameFromDataSet()
 {
+  std::string objectName;
   if (vtkDataSet* dataSet = getOutput())
   {
-    const std::string objectName = ZRVtk::GetObjectName(dataSet);
-    if (!objectName.empty())
-    {
-      m_BaseName = QString::fromStdString(objectName);
-      updatePath();
-    }
+    objectName = ZRVtk::GetObjectName(dataSet);
+  }
+  else if (m_WrappedGeometry && !m_WrappedGeometry->m_DataPath.empty())
+  {
+    // A geometry that could not be wrapped still goes by its own name in the tree.
+    objectName = m_WrappedGeometry->m_DataPath.getTargetName();
+  }
+  if (!objectName.empty())
+  {
+    m_BaseName = QString::fromStdString(objectName);
+    updatePath();
   }
 }
 

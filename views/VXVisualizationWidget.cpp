@@ -242,6 +242,12 @@ void VXVisualizationWidget::initializeCameraOrientationWidget()
     m_CameraOrientationWidget = vtkSmartPointer<VXViewCubeWidget>::New();
     m_CameraOrientationWidget->CreateDefaultRepresentation();
     m_CameraOrientationWidget->SetParentRenderer(m_Renderer);
+    // The toolkit fits the cube into its corner on window resize events only, and never before the
+    // first frame, so a window that is shown at its final size would keep the cube where it was
+    // placed for the size at construction. Fitting it as each frame starts (the scene renderer
+    // draws before the cube's own layer) puts it right in the first frame already.
+    m_Renderer->AddObserver(vtkCommand::StartEvent, m_CameraOrientationWidget.Get(),
+                            &vtkCameraOrientationWidget::SquareResize);
   }
   m_CameraOrientationWidget->SetAnimate(true);
   if (getRenderWindowInteractor() != nullptr)

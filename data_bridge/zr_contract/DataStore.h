@@ -103,7 +103,7 @@ public:
 private:
   void allocate()
   {
-    const usize size = m_NumTuples * m_NumComponents;
+    const usize size = ShapeProduct({m_NumTuples, m_NumComponents});
     // Default-initialised on purpose: large arrays are written right after creation.
     m_Data.reset(size > 0 ? new T[size] : nullptr);
     if (m_InitValue.has_value() && size > 0)

@@ -1,5 +1,7 @@
 #include "data_bridge/zr_contract/DataType.h"
 
+#include <stdexcept>
+
 namespace zr::core
 {
 std::string DataTypeToString(DataType dataType)
@@ -55,7 +57,27 @@ usize GetDataTypeSize(DataType dataType)
   return 0;
 }
 
-usize ShapeProduct(const ShapeType& shape)
+std::optional<usize> CheckedMultiply(usize a, usize b)
+{
+  usize product = 0;
+  if (__builtin_mul_overflow(a, b, &product))
+  {
+    return std::nullopt;
+  }
+  return product;
+}
+
+std::optional<usize> CheckedAdd(usize a, usize b)
+{
+  usize sum = 0;
+  if (__builtin_add_overflow(a, b, &sum))
+  {
+    return std::nullopt;
+  }
+  return sum;
+}
+
+std::optional<usize> CheckedShapeProduct(const ShapeType& shape)
 {
   if (shape.empty())
   {
@@ -64,8 +86,28 @@ usize ShapeProduct(const ShapeType& shape)
   usize product = 1;
   for (usize extent : shape)
   {
-    product *= extent;
+    std::optional<usize> next = CheckedMultiply(product, extent);
+    if (!next.has_value())
+    {
+      return std::nullopt;
+    }
+    product = *next;
   }
   return product;
+}
+
+usize ShapeProduct(const ShapeType& shape)
+{
+  std::optional<usize> product = CheckedShapeProduct(shape);
+  if (!product.has_value())
+  {
+    std::string extents;
+    for (usize extent : shape)
+    {
+      extents += (extents.empty() ? "" : ", ") + std::to_string(extent);
+    }
+    throw std::overflow_error("The shape {" + extents + "} has more elements than 64 bits can count");
+  }
+  return *product;
 }
 } // namespace zr::core

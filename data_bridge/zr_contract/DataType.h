@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -34,7 +35,18 @@ std::string DataTypeToString(DataType dataType);
 usize GetDataTypeSize(DataType dataType);
 
 // Product of the extents; 1 for an empty shape is deliberately not used: empty means no elements.
+// Throws std::overflow_error when the product does not fit 64 bits: a shape that big cannot be
+// allocated, and a product taken modulo 2^64 would let a store smaller than its shape through.
 usize ShapeProduct(const ShapeType& shape);
+
+// The same product, or nothing when it overflows; for shapes that come from files.
+std::optional<usize> CheckedShapeProduct(const ShapeType& shape);
+
+// a * b, or nothing when it overflows.
+std::optional<usize> CheckedMultiply(usize a, usize b);
+
+// a + b, or nothing when it overflows.
+std::optional<usize> CheckedAdd(usize a, usize b);
 
 template<class T>
 constexpr DataType GetDataType()

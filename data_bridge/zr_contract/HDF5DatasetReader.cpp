@@ -63,7 +63,7 @@ const std::string& DatasetReader::getDatasetPath() const
 
 bool DatasetReader::read(usize start, usize count, void* buffer) const
 {
-  if (start + count > m_NumElements)
+  if (start > m_NumElements || count > m_NumElements - start)
   {
     return false;
   }

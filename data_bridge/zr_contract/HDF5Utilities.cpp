@@ -253,7 +253,13 @@ std::optional<std::string> ReadStringAttribute(hid_t object, const std::string& 
     return std::nullopt;
   }
   ScopedId type(H5Aget_type(attribute.get()), H5Tclose);
+  ScopedId space(H5Aget_space(attribute.get()), H5Sclose);
   if (!type.valid() || H5Tget_class(type.get()) != H5T_STRING || H5Tis_variable_str(type.get()) > 0)
+  {
+    return std::nullopt;
+  }
+  // One string only: H5Aread fills the whole extent, and the buffer below holds one.
+  if (!space.valid() || H5Sget_simple_extent_npoints(space.get()) != 1)
   {
     return std::nullopt;
   }

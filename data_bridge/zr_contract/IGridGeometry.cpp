@@ -9,8 +9,9 @@ IGridGeometry::IGridGeometry(DataStructure& dataStructure, std::string name)
 
 usize IGridGeometry::getNumberOfCells() const
 {
+  // Dimensions read from a file can be anything: a count that does not fit is no count at all.
   const std::array<usize, 3> dims = getDimensions();
-  return dims[0] * dims[1] * dims[2];
+  return CheckedShapeProduct({dims[0], dims[1], dims[2]}).value_or(0);
 }
 
 AttributeMatrix* IGridGeometry::getCellData()

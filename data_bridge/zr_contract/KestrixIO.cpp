@@ -7,6 +7,7 @@
 #include "data_bridge/zr_contract/DispatchHelpers.h"
 #include "data_bridge/zr_contract/EdgeGeom.h"
 #include "data_bridge/zr_contract/EmptyDataStore.h"
+#include "data_bridge/zr_contract/GeometryReferenceCheck.h"
 #include "data_bridge/zr_contract/HDF5DatasetReader.h"
 #include "data_bridge/zr_contract/HDF5Utilities.h"
 #include "data_bridge/zr_contract/HexahedralGeom.h"
@@ -21,6 +22,7 @@
 #include "data_bridge/zr_contract/VertexGeom.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <limits>
@@ -106,6 +108,30 @@ std::optional<DataType> TemplateArgument(const std::string& typeName, const std:
   return DataTypeFromString(typeName.substr(prefix.size() + 1, typeName.size() - prefix.size() - 2));
 }
 
+std::string ShapeText(const ShapeType& shape)
+{
+  return fmt::format("{{{}}}", fmt::join(shape, ", "));
+}
+
+// Tuples times components, or nothing when a shape from the file counts more than 64 bits hold.
+std::optional<usize> ElementCount(const ShapeType& tupleShape, const ShapeType& componentShape)
+{
+  const std::optional<usize> tuples = CheckedShapeProduct(tupleShape);
+  const std::optional<usize> components = CheckedShapeProduct(componentShape);
+  if (!tuples.has_value() || !components.has_value())
+  {
+    return std::nullopt;
+  }
+  return CheckedMultiply(*tuples, *components);
+}
+
+std::string TooManyElementsMessage(const std::string& h5Path, const ShapeType& tupleShape,
+                                   const ShapeType& componentShape)
+{
+  return fmt::format("The shapes {} x {} of '{}' give more elements than 64 bits can count",
+                     ShapeText(tupleShape), ShapeText(componentShape), h5Path);
+}
+
 // ---------------------------------------------------------------------------------------------
 // Reading values
 
@@ -159,7 +185,13 @@ Result<std::shared_ptr<AbstractDataStore<T>>> LoadStore(const HDF5::FileIO& file
                                                         const ShapeType& componentShape, StoreMode mode)
 {
   using StoreResult = Result<std::shared_ptr<AbstractDataStore<T>>>;
-  const usize size = ShapeProduct(tupleShape) * ShapeProduct(componentShape);
+  const std::optional<usize> elementCount = ElementCount(tupleShape, componentShape);
+  if (!elementCount.has_value())
+  {
+    return MakeErrorResult<std::shared_ptr<AbstractDataStore<T>>>(
+        k_LayoutError, TooManyElementsMessage(h5Path, tupleShape, componentShape));
+  }
+  const usize size = *elementCount;
   Result<ScopedId> dataset = OpenFlatDataset(fileIO.getId(), h5Path, GetDataType<T>(), size);
   if (dataset.invalid())
   {
@@ -218,6 +250,9 @@ Result<std::vector<std::string>> ReadStrings(hid_t file, const std::string& h5Pa
   std::vector<char*> raw(*size, nullptr);
   if (*size > 0 && H5Dread(dataset.get(), memoryType.get(), H5S_ALL, H5S_ALL, H5P_DEFAULT, raw.data()) < 0)
   {
+    // A read that fails halfway has already allocated the strings before the damage.
+    ScopedId space(H5Dget_space(dataset.get()), H5Sclose);
+    H5Dvlen_reclaim(memoryType.get(), space.get(), H5P_DEFAULT, raw.data());
     return MakeErrorResult<std::vector<std::string>>(
         k_ValuesError,
         fmt::format("Reading the strings of '{}' failed: the file is damaged or truncated", h5Path));
@@ -247,6 +282,8 @@ struct ObjectRecord
   std::string h5Path;
   std::string typeName;
   DataPath dataPath;
+  // An HDF5 group: its members are read as the object's members.
+  bool isGroup = false;
   // Parent object ids; none for the top level.
   std::vector<std::optional<IdType>> parents;
 };
@@ -261,6 +298,13 @@ struct ImportContext
   std::vector<Warning> warnings;
 };
 
+// A bad object is left out with a warning naming it; the rest of the file is still read.
+void LeaveOut(ImportContext& context, const std::string& reason, bool withMembers)
+{
+  context.warnings.push_back(
+      {k_ObjectError, fmt::format("{}; it is left out{}", reason, withMembers ? " with its members" : "")});
+}
+
 Result<> CollectObjects(ImportContext& context, hid_t group, const std::string& h5Path,
                         const DataPath& dataPath, std::optional<IdType> parentId, int depth)
 {
@@ -271,8 +315,14 @@ Result<> CollectObjects(ImportContext& context, hid_t group, const std::string& 
   std::optional<std::vector<std::string>> names = HDF5::ListLinks(group);
   if (!names.has_value())
   {
-    return MakeErrorResult(
-        k_LayoutError, fmt::format("The members of '{}' could not be listed: the file is damaged", h5Path));
+    const std::string message =
+        fmt::format("The members of '{}' could not be listed: the file is damaged", h5Path);
+    if (depth == 0)
+    {
+      return MakeErrorResult(k_LayoutError, message);
+    }
+    context.warnings.push_back({k_ObjectError, message + "; they are left out"});
+    return {};
   }
   for (const std::string& name : *names)
   {
@@ -284,18 +334,23 @@ Result<> CollectObjects(ImportContext& context, hid_t group, const std::string& 
       object = ScopedId(H5Oopen(group, name.c_str(), H5P_DEFAULT), H5Oclose);
       if (!object.valid() || H5Oget_info2(object.get(), &info, H5O_INFO_BASIC) < 0)
       {
-        return MakeErrorResult(
-            k_LayoutError,
-            fmt::format("The object '{}' could not be opened: the file is damaged", childPath));
+        // A soft or external link that leads nowhere, or a damaged object header.
+        LeaveOut(context, fmt::format("The link '{}' leads to no object that can be opened", childPath),
+                 false);
+        continue;
       }
     }
     const std::optional<std::vector<std::uint64_t>> id =
         HDF5::ReadUInt64Attribute(object.get(), k_ObjectIdAttr);
     const std::optional<std::string> typeName = HDF5::ReadStringAttribute(object.get(), k_ObjectTypeAttr);
+    const bool isGroup = info.type == H5O_TYPE_GROUP;
     if (!id.has_value() || id->size() != 1 || !typeName.has_value())
     {
-      return MakeErrorResult(k_LayoutError, fmt::format("The object '{}' has no \"{}\" or \"{}\" attribute",
-                                                        childPath, k_ObjectIdAttr, k_ObjectTypeAttr));
+      LeaveOut(context,
+               fmt::format("The object '{}' has no valid \"{}\" (uint64[1]) or \"{}\" (string) attribute",
+                           childPath, k_ObjectIdAttr, k_ObjectTypeAttr),
+               isGroup);
+      continue;
     }
     const IdType fileId = id->front();
     auto known = context.records.find(fileId);
@@ -303,8 +358,11 @@ Result<> CollectObjects(ImportContext& context, hid_t group, const std::string& 
     {
       if (context.addresses.at(fileId) != info.addr)
       {
-        return MakeErrorResult(k_LayoutError, fmt::format("The objects '{}' and '{}' have the same id {}",
-                                                          known->second.h5Path, childPath, fileId));
+        LeaveOut(context,
+                 fmt::format("The objects '{}' and '{}' have the same id {}", known->second.h5Path, childPath,
+                             fileId),
+                 isGroup);
+        continue;
       }
       known->second.parents.push_back(parentId);
       continue;
@@ -315,13 +373,13 @@ Result<> CollectObjects(ImportContext& context, hid_t group, const std::string& 
     record.h5Path = childPath;
     record.typeName = *typeName;
     record.dataPath = dataPath.createChildPath(name);
+    record.isGroup = isGroup;
     record.parents.push_back(parentId);
     context.records.emplace(fileId, record);
     context.addresses.emplace(fileId, info.addr);
 
-    H5O_type_t objectType = info.type;
     const bool isNeighborList = typeName->rfind("NeighborList<", 0) == 0;
-    if (objectType == H5O_TYPE_GROUP && !isNeighborList)
+    if (isGroup && !isNeighborList)
     {
       Result<> members = CollectObjects(context, object.get(), childPath, record.dataPath, fileId, depth + 1);
       if (members.invalid())
@@ -369,8 +427,15 @@ struct ImportDataArrayFunctor
                              fmt::format("The array '{}' has no valid \"{}\" or \"{}\" attribute",
                                          record.h5Path, k_TupleShapeAttr, k_ComponentShapeAttr));
     }
-    const usize bytes = ShapeProduct(*tupleShape) * ShapeProduct(*componentShape) * sizeof(T);
-    const StoreMode mode = ChooseStoreMode(context, bytes);
+    const std::optional<usize> elementCount = ElementCount(*tupleShape, *componentShape);
+    const std::optional<usize> bytes =
+        elementCount.has_value() ? CheckedMultiply(*elementCount, sizeof(T)) : std::nullopt;
+    if (!bytes.has_value())
+    {
+      return MakeErrorResult(k_LayoutError,
+                             TooManyElementsMessage(record.h5Path, *tupleShape, *componentShape));
+    }
+    const StoreMode mode = ChooseStoreMode(context, *bytes);
     if (mode != StoreMode::Empty && context.options.progress)
     {
       context.options.progress(fmt::format("Reading '{}'", record.dataPath.toString()));
@@ -419,7 +484,15 @@ struct ImportNeighborListFunctor
     usize total = 0;
     for (usize i = 0; i < *listCount; ++i)
     {
-      total += sizeValues->data()[i];
+      const std::optional<usize> sum = CheckedAdd(total, sizeValues->data()[i]);
+      if (!sum.has_value())
+      {
+        return MakeErrorResult(k_LayoutError,
+                               fmt::format("The list sizes of the neighbour list '{}' add up to more than 64 "
+                                           "bits can count",
+                                           record.h5Path));
+      }
+      total = *sum;
     }
     auto values = LoadStore<T>(context.fileIO, valuesPath, {total}, {1}, StoreMode::InMemory);
     if (values.invalid())
@@ -523,6 +596,13 @@ Result<> CreateObject(ImportContext& context, DataStructure& dataStructure, cons
       return MakeErrorResult(k_LayoutError, fmt::format("The attribute matrix '{}' has no \"{}\"",
                                                         record.h5Path, k_TupleShapeAttr));
     }
+    if (!CheckedShapeProduct(*tupleShape).has_value())
+    {
+      return MakeErrorResult(k_LayoutError,
+                             fmt::format("The \"{}\" {} of the attribute matrix '{}' counts more tuples than "
+                                         "64 bits hold",
+                                         k_TupleShapeAttr, ShapeText(*tupleShape), record.h5Path));
+    }
     return AttributeMatrix::Create(dataStructure, record.name, *tupleShape, parentId) != nullptr
                ? Result<>()
                : MakeErrorResult(k_ObjectError,
@@ -533,7 +613,6 @@ Result<> CreateObject(ImportContext& context, DataStructure& dataStructure, cons
   std::vector<const char*> idAttributes;
   if (type == "ImageGeom")
   {
-    auto* image = CreateGeometry<ImageGeom>(dataStructure, record, parentId);
     const auto dims = HDF5::ReadUInt64Attribute(object.get(), k_DimensionsAttr);
     const auto spacing = HDF5::ReadFloatAttribute(object.get(), k_SpacingAttr);
     const auto origin = HDF5::ReadFloatAttribute(object.get(), k_OriginAttr);
@@ -544,6 +623,15 @@ Result<> CreateObject(ImportContext& context, DataStructure& dataStructure, cons
           fmt::format("The image geometry '{}' lacks valid \"{}\", \"{}\" or \"{}\" attributes",
                       record.h5Path, k_DimensionsAttr, k_SpacingAttr, k_OriginAttr));
     }
+    if (!CheckedShapeProduct(*dims).has_value())
+    {
+      return MakeErrorResult(k_LayoutError,
+                             fmt::format("The \"{}\" {} of the image geometry '{}' count more cells than 64 "
+                                         "bits hold",
+                                         k_DimensionsAttr, ShapeText(*dims), record.h5Path));
+    }
+    // Created only once its attributes are known to be good: a failed object leaves nothing behind.
+    auto* image = CreateGeometry<ImageGeom>(dataStructure, record, parentId);
     if (image != nullptr)
     {
       image->setDimensions({(*dims)[0], (*dims)[1], (*dims)[2]});
@@ -658,6 +746,13 @@ void ResolveReferences(DataStructure& dataStructure, const std::vector<GeometryR
       node3->setPolyhedra(idOf(k_PolyhedraIdAttr));
       node3->setPolyhedraAttributeMatrix(idOf(k_PolyhedraDataIdAttr));
     }
+    // References to objects of the wrong kind stay set: whoever draws the geometry sees them and
+    // refuses it, and the warning here says why.
+    for (const std::string& problem : CheckGeometryReferences(*refs.geometry))
+    {
+      warnings.push_back(
+          {k_ObjectError, fmt::format("The geometry '{}' cannot be shown: {}", refs.h5Path, problem)});
+    }
   }
 }
 
@@ -717,9 +812,12 @@ Result<DataStructure> ImportFromOpenFile(const HDF5::FileIO& fileIO, const Impor
   DataStructure dataStructure;
   std::vector<GeometryReferences> references;
   std::vector<std::pair<IdType, std::optional<IdType>>> extraParents;
+  // Objects left out; their members go with them, under the one warning that named the object.
+  std::set<IdType> leftOut;
   for (const auto& [fileId, record] : context.records)
   {
     std::optional<std::optional<IdType>> placement;
+    bool parentLeftOut = false;
     for (const std::optional<IdType>& parent : record.parents)
     {
       if (!parent.has_value() || dataStructure.containsData(*parent))
@@ -727,19 +825,26 @@ Result<DataStructure> ImportFromOpenFile(const HDF5::FileIO& fileIO, const Impor
         placement = parent;
         break;
       }
+      parentLeftOut = parentLeftOut || leftOut.count(*parent) > 0;
     }
     if (!placement.has_value())
     {
-      return MakeErrorResult<DataStructure>(
-          k_LayoutError,
-          fmt::format("The object '{}' (id {}) has an id below that of every group holding it: the file "
-                      "is damaged",
-                      record.h5Path, fileId));
+      leftOut.insert(fileId);
+      if (!parentLeftOut)
+      {
+        LeaveOut(context,
+                 fmt::format("The object '{}' (id {}) has an id below that of every group holding it",
+                             record.h5Path, fileId),
+                 record.isGroup);
+      }
+      continue;
     }
     Result<> created = CreateObject(context, dataStructure, record, *placement, references);
     if (created.invalid())
     {
-      return ConvertInvalidResult<DataStructure>(std::move(created));
+      leftOut.insert(fileId);
+      LeaveOut(context, created.errors().front().message, record.isGroup);
+      continue;
     }
     for (const std::optional<IdType>& parent : record.parents)
     {
@@ -751,6 +856,10 @@ Result<DataStructure> ImportFromOpenFile(const HDF5::FileIO& fileIO, const Impor
   }
   for (const auto& [id, parent] : extraParents)
   {
+    if (parent.has_value() && leftOut.count(*parent) > 0)
+    {
+      continue; // that group is not in the structure
+    }
     const bool linked =
         parent.has_value() ? dataStructure.addAdditionalParent(id, *parent) : dataStructure.addToTopLevel(id);
     if (!linked)

@@ -43,7 +43,7 @@ ViewerRun runViewer(const QStringList& arguments)
 }
 } // namespace
 
-TEST(ViewerScreenshot, FramesOfTheOutlinesMatchTheirBaselines)
+TEST(ViewerScreenshot, FramesOfTheDefaultDataViewsMatchTheirBaselines)
 {
   QTemporaryDir dir;
   const QString shot = dir.filePath(QStringLiteral("outlines.png"));
@@ -54,7 +54,7 @@ TEST(ViewerScreenshot, FramesOfTheOutlinesMatchTheirBaselines)
   ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
   const QImage image(shot);
   ASSERT_EQ(image.size(), QSize(640, 480));
-  EXPECT_TRUE(matchesBaseline(image, QStringLiteral("outlines_640x480")));
+  EXPECT_TRUE(matchesBaseline(image, QStringLiteral("surfaces_640x480")));
 
   // Default size, one file.
   const QString single = dir.filePath(QStringLiteral("single.png"));
@@ -62,7 +62,7 @@ TEST(ViewerScreenshot, FramesOfTheOutlinesMatchTheirBaselines)
       runViewer({k_DataDir + QStringLiteral("/vtk/image.vti"), QStringLiteral("--screenshot"), single});
   ASSERT_EQ(second.exitCode, 0) << second.errors.toStdString();
   EXPECT_EQ(QImage(single).size(), QSize(800, 600));
-  EXPECT_TRUE(matchesBaseline(QImage(single), QStringLiteral("image_outline_800x600")));
+  EXPECT_TRUE(matchesBaseline(QImage(single), QStringLiteral("image_surface_800x600")));
 }
 
 TEST(ViewerScreenshot, BadInputGivesAMessageAndAnErrorCode)

@@ -25,7 +25,10 @@
 #include <vtkRectilinearGrid.h>
 #include <vtkUnstructuredGrid.h>
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
+
+#include <map>
 
 using namespace zr::core;
 
@@ -302,4 +305,129 @@ TEST(VtkBridge, OutOfCoreArraysAreNeverReadByAddress)
   // The same array in memory wraps as usual.
   auto* inMemory = written->getDataAs<Int32Array>(DataPath({"Scan", "Grains", "Cell Data", "FeatureIds"}));
   EXPECT_NE(CV::VtkBridge::WrapDataArray(written->getSharedData(inMemory->getId())), nullptr);
+}
+
+namespace
+{
+std::string joined(const std::vector<std::string>& messages)
+{
+  std::string text;
+  for (const std::string& message : messages)
+  {
+    text += message + "\n";
+  }
+  return text;
+}
+} // namespace
+
+TEST(VtkBridgeDamagedGeometry, VertexIdsPastTheVertexCountGiveNoDataset)
+{
+  // Every connectivity kind, with a far id and with a negative one from a signed writer.
+  for (std::uint64_t badId : {std::uint64_t(4), std::uint64_t(1) << 40, ~std::uint64_t(0)})
+  {
+    auto ds = ZRTest::MakeAllKinds();
+    for (const char* path : {"Scan/Edges/SharedEdgeList", "Scan/Surface/SharedFaceList",
+                             "Scan/Quads/SharedFaceList", "Scan/Tets/SharedPolyhedronList"})
+    {
+      ds->getDataAs<UInt64Array>(DataPath::FromString(path, '/').value())->setValue(1, badId);
+    }
+    auto hexes = ds->getDataAs<UInt64Array>(DataPath({"Scan", "Hexes", "SharedPolyhedronList"}));
+    hexes->setValue(7, 8); // one past the last of eight vertices
+
+    const std::string shown = badId == ~std::uint64_t(0) ? "-1" : std::to_string(badId);
+    for (const char* name : {"Edges", "Surface", "Quads", "Tets"})
+    {
+      auto wrapped = CV::VtkBridge::WrapGeometry(CV::VtkBridge::FindGeometry(ds, name));
+      EXPECT_EQ(wrapped->m_DataSet, nullptr) << name;
+      EXPECT_EQ(wrapped->m_DataPath.getTargetName(), name);
+      ASSERT_EQ(wrapped->m_Messages.size(), 1u) << joined(wrapped->m_Messages);
+      EXPECT_NE(wrapped->m_Messages.front().find(fmt::format("The geometry '{}' has no dataset: ", name)),
+                std::string::npos)
+          << wrapped->m_Messages.front();
+      EXPECT_NE(wrapped->m_Messages.front().find("vertex id " + shown + " (cell 0)"), std::string::npos)
+          << wrapped->m_Messages.front();
+    }
+    auto wrappedHexes = CV::VtkBridge::WrapGeometry(CV::VtkBridge::FindGeometry(ds, "Hexes"));
+    EXPECT_EQ(wrappedHexes->m_DataSet, nullptr);
+    ASSERT_EQ(wrappedHexes->m_Messages.size(), 1u);
+    EXPECT_EQ(wrappedHexes->m_Messages.front(), "The geometry 'Hexes' has no dataset: its polyhedron list "
+                                                "holds the vertex id 8 (cell 0), but there are "
+                                                "only 8 vertices");
+    // The geometries with good ids are untouched by the others.
+    EXPECT_NE(CV::VtkBridge::WrapGeometry(CV::VtkBridge::FindGeometry(ds, "Grains"))->m_DataSet, nullptr);
+  }
+}
+
+TEST(VtkBridgeDamagedGeometry, ReferencesToObjectsOfTheWrongKindGiveNoDataset)
+{
+  auto ds = ZRTest::MakeAllKinds();
+  // A vertex list of the wrong element type.
+  auto* centroids = ds->getDataAs<VertexGeom>(DataPath({"Scan", "Centroids"}));
+  auto* intVertices = Int32Array::Create(*ds, "IntVertices", {2}, {3}, centroids->getId(), 0);
+  centroids->setVertices(intVertices->getId());
+  // An edge list of the wrong type: float values where vertex ids belong.
+  auto* edges = ds->getDataAs<EdgeGeom>(DataPath({"Scan", "Edges"}));
+  auto* floatEdges = Float32Array::Create(*ds, "FloatEdges", {1}, {2}, edges->getId(), 0.0f);
+  edges->setEdges(floatEdges->getId());
+  // Rectilinear bounds that name a group.
+  auto* rect = ds->getDataAs<RectGridGeom>(DataPath({"Scan", "Rect"}));
+  auto* group = DataGroup::Create(*ds, "NotBounds", rect->getId());
+  rect->setBounds(rect->getXBoundsId(), group->getId(), rect->getZBoundsId());
+
+  const std::map<std::string, std::string> expected = {
+      {"Centroids",
+       fmt::format("The geometry 'Centroids' has no dataset: its vertex list 'IntVertices' (object {}) is "
+                   "a DataArray<int32> of 3 components, where a DataArray<float32> of 3 components is "
+                   "needed",
+                   intVertices->getId())},
+      {"Edges",
+       fmt::format("The geometry 'Edges' has no dataset: its edge list 'FloatEdges' (object {}) is a "
+                   "DataArray<float32> of 2 components, where a DataArray<uint64> of 2 components is needed",
+                   floatEdges->getId())},
+      {"Rect",
+       fmt::format("The geometry 'Rect' has no dataset: its Y bounds 'NotBounds' (object {}) is a DataGroup, "
+                   "where a DataArray<float32> of 1 component is needed",
+                   group->getId())}};
+  for (const auto& [name, message] : expected)
+  {
+    auto wrapped = CV::VtkBridge::WrapGeometry(CV::VtkBridge::FindGeometry(ds, name));
+    EXPECT_EQ(wrapped->m_DataSet, nullptr) << name;
+    EXPECT_EQ(wrapped->m_Messages, std::vector<std::string>{message});
+  }
+}
+
+TEST(VtkBridgeDamagedGeometry, MissingPartsAreSaid)
+{
+  auto ds = std::make_shared<DataStructure>();
+  // An edge geometry without edges is drawn through its vertices, and says so.
+  auto* edges = EdgeGeom::Create(*ds, "Edges");
+  edges->createVertices(2);
+  auto wrapped = CV::VtkBridge::WrapGeometry(CV::VtkBridge::FindGeometry(ds, "Edges"));
+  ASSERT_NE(wrapped->m_DataSet, nullptr);
+  EXPECT_EQ(wrapped->m_DataSet->GetNumberOfPoints(), 2);
+  EXPECT_EQ(wrapped->m_DataSet->GetNumberOfCells(), 0);
+  EXPECT_EQ(wrapped->m_Messages,
+            std::vector<std::string>{"The geometry 'Edges' is drawn without its cells: it has no edge list"});
+
+  // A triangle mesh with faces but no vertices would index points that are not there.
+  auto* triangles = TriangleGeom::Create(*ds, "NoVertices");
+  triangles->createFaces(1);
+  wrapped = CV::VtkBridge::WrapGeometry(CV::VtkBridge::FindGeometry(ds, "NoVertices"));
+  EXPECT_EQ(wrapped->m_DataSet, nullptr);
+  EXPECT_EQ(wrapped->m_Messages,
+            std::vector<std::string>{"The geometry 'NoVertices' has no dataset: it has no vertex list"});
+
+  // A rectilinear grid without bounds, and an image too large for VTK's int dimensions.
+  RectGridGeom::Create(*ds, "NoBounds");
+  wrapped = CV::VtkBridge::WrapGeometry(CV::VtkBridge::FindGeometry(ds, "NoBounds"));
+  EXPECT_EQ(wrapped->m_DataSet, nullptr);
+  EXPECT_EQ(wrapped->m_Messages,
+            std::vector<std::string>{"The geometry 'NoBounds' has no dataset: it has no X bounds"});
+  ImageGeom::Create(*ds, "Huge")->setDimensions({std::uint64_t(1) << 31, 1, 1});
+  wrapped = CV::VtkBridge::WrapGeometry(CV::VtkBridge::FindGeometry(ds, "Huge"));
+  EXPECT_EQ(wrapped->m_DataSet, nullptr);
+  EXPECT_EQ(
+      wrapped->m_Messages,
+      std::vector<std::string>{"The geometry 'Huge' has no dataset: its dimensions 2147483648 x 1 x 1 are "
+                               "too large to draw"});
 }

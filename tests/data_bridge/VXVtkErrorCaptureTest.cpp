@@ -128,3 +128,24 @@ TEST_F(VXVtkErrorCaptureTest, EverythingIsBackAfterTheCapture)
   ASSERT_EQ(m_Recorder->m_Lines.size(), 3u);
   EXPECT_NE(m_Recorder->m_Lines.back().find("Cannot open file"), std::string::npos);
 }
+
+TEST(VXErrorObserverPipelineFailure, ExecutiveDumpGivesWayToTheReadersReason)
+{
+  const char* executive = "ERROR: In ./Common/ExecutionModel/vtkExecutive.cxx, line 752\n"
+                          "vtkCompositeDataPipeline (0x55724c002c40): Algorithm "
+                          "vtkXMLUnstructuredGridReader(0x55724bf27cd0) returned failure for request: "
+                          "vtkInformation (0x55724c02a850)\n  Debug: Off\n  Modified Time: 53837\n\n";
+  auto observer = vtkSmartPointer<VXErrorObserver>::New();
+  observer->addMessage("ERROR: In ./IO/XML/vtkXMLReader.cxx, line 521\n"
+                       "vtkXMLUnstructuredGridReader (0x55724bf27cd0): Error parsing input file.\n\n");
+  observer->addMessage(executive);
+  EXPECT_EQ(observer->errorText(), "Error parsing input file.");
+
+  // Alone, the executive's note is all there is, and it is said in one line.
+  auto alone = vtkSmartPointer<VXErrorObserver>::New();
+  alone->addMessage(executive);
+  EXPECT_TRUE(alone->hasErrors());
+  EXPECT_EQ(alone->errorText(), "vtkXMLUnstructuredGridReader failed to produce its output.");
+  alone->clear();
+  EXPECT_FALSE(alone->hasErrors());
+}

@@ -76,6 +76,11 @@ public:
   void receivePipelineOutputReloaded() override { m_Calls << QStringLiteral("reloaded"); }
   void addViewWidgetCopy(VXAbstractViewWidget*, VXAbstractViewWidget*) override {}
 
+protected:
+  VXRepresentationPimpl* createImplementation(VXAbstractViewWidget*) override { return nullptr; }
+  bool isOwnImplementation(const VXRepresentationPimpl*) const override { return false; }
+
+public:
   Type m_Type;
   QStringList m_Calls;
   vtkAlgorithmOutput* m_InputPort = nullptr;

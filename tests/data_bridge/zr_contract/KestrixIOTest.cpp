@@ -5,6 +5,7 @@
 #include "data_bridge/zr_contract/KestrixIO.h"
 #include "data_bridge/zr_contract/OutOfCoreDataStore.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <hdf5.h>
@@ -190,11 +191,209 @@ TEST(KestrixDamagedFileTest, InconsistentShapeAttributeIsNamed)
     H5Dclose(dataset);
     H5Fclose(fileId);
   }
+  // The one bad array is left out with its reason; the file itself stays readable.
   Result<DataStructure> result = KESTRIX::ImportDataStructureFromFile(file.path(), false);
-  ASSERT_FALSE(result.valid());
+  ASSERT_TRUE(result.valid()) << FirstError(result);
+  ASSERT_EQ(result.warnings().size(), 1u);
   EXPECT_EQ(
-      FirstError(result),
-      "The dataset '/DataStructure/Values' has 10 elements, but its tuple and component shapes give 11");
+      result.warnings().front().message,
+      "The dataset '/DataStructure/Values' has 10 elements, but its tuple and component shapes give 11; "
+      "it is left out");
+  EXPECT_EQ(result.value().getSize(), 0u);
+}
+
+namespace
+{
+// Opens a written file for one edit with the HDF5 C API.
+class RawEdit
+{
+public:
+  explicit RawEdit(const std::filesystem::path& path)
+      : m_File(H5Fopen(path.c_str(), H5F_ACC_RDWR, H5P_DEFAULT))
+  {
+  }
+  ~RawEdit() { H5Fclose(m_File); }
+  hid_t file() const { return m_File; }
+
+  void setUInt64(const char* objectPath, const char* name, const std::vector<std::uint64_t>& values) const
+  {
+    const hid_t object = H5Oopen(m_File, objectPath, H5P_DEFAULT);
+    H5Adelete(object, name);
+    const hsize_t count = values.size();
+    const hid_t space = H5Screate_simple(1, &count, nullptr);
+    const hid_t attribute = H5Acreate2(object, name, H5T_NATIVE_UINT64, space, H5P_DEFAULT, H5P_DEFAULT);
+    H5Awrite(attribute, H5T_NATIVE_UINT64, values.data());
+    H5Aclose(attribute);
+    H5Sclose(space);
+    H5Oclose(object);
+  }
+
+  // A fixed-length string attribute of `copies` elements (a scalar for 0).
+  void setString(const char* objectPath, const char* name, const std::string& text, hsize_t copies = 0) const
+  {
+    const hid_t object = H5Oopen(m_File, objectPath, H5P_DEFAULT);
+    H5Adelete(object, name);
+    const hid_t type = H5Tcopy(H5T_C_S1);
+    H5Tset_size(type, text.size());
+    const hid_t space = copies == 0 ? H5Screate(H5S_SCALAR) : H5Screate_simple(1, &copies, nullptr);
+    std::string values;
+    for (hsize_t i = 0; i < std::max<hsize_t>(copies, 1); ++i)
+    {
+      values += text;
+    }
+    const hid_t attribute = H5Acreate2(object, name, type, space, H5P_DEFAULT, H5P_DEFAULT);
+    H5Awrite(attribute, type, values.data());
+    H5Aclose(attribute);
+    H5Sclose(space);
+    H5Tclose(type);
+    H5Oclose(object);
+  }
+
+private:
+  hid_t m_File;
+};
+
+bool AnyWarningContains(const Result<DataStructure>& result, const std::vector<std::string>& texts)
+{
+  for (const Warning& warning : result.warnings())
+  {
+    bool all = true;
+    for (const std::string& text : texts)
+    {
+      all = all && warning.message.find(text) != std::string::npos;
+    }
+    if (all)
+    {
+      return true;
+    }
+  }
+  return false;
+}
+
+std::string AllWarnings(const Result<DataStructure>& result)
+{
+  std::string text;
+  for (const Warning& warning : result.warnings())
+  {
+    text += warning.message + "\n";
+  }
+  return text;
+}
+} // namespace
+
+TEST(KestrixBadObjectTest, OverflowingTupleShapeIsNotTakenModulo64Bits)
+{
+  TempFile file("overflow.kestrix");
+  WriteOrFail(file.path(), zr::test::MakeEveryKindStructure());
+  {
+    // (2^63 + 2) * 2 wraps to the 4 vertices the dataset really holds (x 3 components).
+    RawEdit edit(file.path());
+    edit.setUInt64("/DataStructure/Meshes/Triangles/SharedVertexList", "TupleShape", {(1ull << 63) + 2, 2});
+  }
+  Result<DataStructure> result = KESTRIX::ImportDataStructureFromFile(file.path(), false);
+  ASSERT_TRUE(result.valid()) << FirstError(result);
+  EXPECT_TRUE(AnyWarningContains(result, {"'/DataStructure/Meshes/Triangles/SharedVertexList'",
+                                          "more elements than 64 bits can count", "left out"}))
+      << AllWarnings(result);
+  const DataStructure& ds = result.value();
+  EXPECT_EQ(ds.getData(DataPath({"Meshes", "Triangles", "SharedVertexList"})), nullptr);
+  // The geometry itself and everything else are there.
+  const auto* triangles = ds.getDataAs<TriangleGeom>(DataPath({"Meshes", "Triangles"}));
+  ASSERT_NE(triangles, nullptr);
+  EXPECT_EQ(triangles->getVertices(), nullptr);
+  EXPECT_NE(triangles->getFaces(), nullptr);
+  EXPECT_NE(ds.getData(DataPath({"Meshes", "Hexes"})), nullptr);
+}
+
+TEST(KestrixBadObjectTest, UnknownTypeIsLeftOutWithItsMembers)
+{
+  TempFile file("unknown_type.kestrix");
+  WriteOrFail(file.path(), zr::test::MakeEveryKindStructure());
+  RawEdit(file.path()).setString("/DataStructure/Meshes/Tets", "ObjectType", "PrismGeom");
+  Result<DataStructure> result = KESTRIX::ImportDataStructureFromFile(file.path(), false);
+  ASSERT_TRUE(result.valid()) << FirstError(result);
+  ASSERT_EQ(result.warnings().size(), 1u) << AllWarnings(result);
+  EXPECT_EQ(
+      result.warnings().front().message,
+      "The object '/DataStructure/Meshes/Tets' has the unknown type \"PrismGeom\"; it is left out with its "
+      "members");
+  const DataStructure& ds = result.value();
+  EXPECT_EQ(ds.getData(DataPath({"Meshes", "Tets"})), nullptr);
+  EXPECT_EQ(ds.getData(DataPath({"Meshes", "Tets", "SharedPolyhedronList"})), nullptr);
+  EXPECT_NE(ds.getData(DataPath({"Meshes", "Hexes", "SharedPolyhedronList"})), nullptr);
+  EXPECT_NE(ds.getData(DataPath({"Scan", "Image", "Cell Data", "Array float32"})), nullptr);
+}
+
+TEST(KestrixBadObjectTest, DanglingLinksAreLeftOut)
+{
+  TempFile file("dangling.kestrix");
+  WriteOrFail(file.path(), zr::test::MakeEveryKindStructure());
+  {
+    RawEdit edit(file.path());
+    const hid_t scan = H5Gopen2(edit.file(), "/DataStructure/Scan", H5P_DEFAULT);
+    H5Lcreate_soft("/DataStructure/Nowhere", scan, "Lost", H5P_DEFAULT, H5P_DEFAULT);
+    H5Lcreate_external("no_such_file.kestrix", "/DataStructure", scan, "Elsewhere", H5P_DEFAULT, H5P_DEFAULT);
+    H5Gclose(scan);
+  }
+  Result<DataStructure> result = KESTRIX::ImportDataStructureFromFile(file.path(), false);
+  ASSERT_TRUE(result.valid()) << FirstError(result);
+  EXPECT_EQ(result.warnings().size(), 2u) << AllWarnings(result);
+  EXPECT_TRUE(AnyWarningContains(result, {"'/DataStructure/Scan/Lost'", "left out"})) << AllWarnings(result);
+  EXPECT_TRUE(AnyWarningContains(result, {"'/DataStructure/Scan/Elsewhere'", "left out"}))
+      << AllWarnings(result);
+  zr::test::ExpectSameStructure(zr::test::MakeEveryKindStructure(), result.value());
+}
+
+TEST(KestrixBadObjectTest, AttributesOfTheWrongTypeOrShapeGiveMessages)
+{
+  TempFile file("wrong_attributes.kestrix");
+  WriteOrFail(file.path(), zr::test::MakeEveryKindStructure());
+  {
+    RawEdit edit(file.path());
+    // A string where the id should be, and a type name repeated many times over.
+    edit.setString("/DataStructure/Meshes/Centroids", "ObjectId", "seven");
+    edit.setString("/DataStructure/Meshes/Quads", "ObjectType", "QuadGeom", 512);
+    edit.setString("/DataStructure/Scan/Image", "Dimensions", "4x3x2");
+    edit.setString("/", "NextObjectId", "many");
+  }
+  Result<DataStructure> result = KESTRIX::ImportDataStructureFromFile(file.path(), false);
+  ASSERT_TRUE(result.valid()) << FirstError(result);
+  EXPECT_TRUE(AnyWarningContains(result, {"'/DataStructure/Meshes/Centroids'", "\"ObjectId\"", "left out"}))
+      << AllWarnings(result);
+  EXPECT_TRUE(AnyWarningContains(result, {"'/DataStructure/Meshes/Quads'", "\"ObjectType\"", "left out"}))
+      << AllWarnings(result);
+  EXPECT_TRUE(AnyWarningContains(result, {"'/DataStructure/Scan/Image'", "\"Dimensions\"", "left out"}))
+      << AllWarnings(result);
+  const DataStructure& ds = result.value();
+  EXPECT_EQ(ds.getData(DataPath({"Meshes", "Centroids"})), nullptr);
+  EXPECT_EQ(ds.getData(DataPath({"Meshes", "Quads"})), nullptr);
+  EXPECT_EQ(ds.getData(DataPath({"Scan", "Image"})), nullptr);
+  EXPECT_NE(ds.getData(DataPath({"Scan", "Rect", "Cell Data", "Density"})), nullptr);
+  EXPECT_NE(ds.getData(DataPath({"Meshes", "Edges", "Edge Data", "Edge Ids"})), nullptr);
+}
+
+TEST(KestrixBadObjectTest, ReferenceToAMemberOfTheWrongKindIsKeptWithAWarning)
+{
+  TempFile file("wrong_kind.kestrix");
+  const DataStructure original = zr::test::MakeEveryKindStructure();
+  WriteOrFail(file.path(), original);
+  const auto* rect = original.getDataAs<RectGridGeom>(DataPath({"Scan", "Rect"}));
+  const IdType cellDataId = rect->getCellDataId().value();
+  // The X bounds now name the grid's cell attribute matrix, a group.
+  RawEdit(file.path()).setUInt64("/DataStructure/Scan/Rect", "XBoundsId", {cellDataId});
+  Result<DataStructure> result = KESTRIX::ImportDataStructureFromFile(file.path(), false);
+  ASSERT_TRUE(result.valid()) << FirstError(result);
+  ASSERT_EQ(result.warnings().size(), 1u) << AllWarnings(result);
+  EXPECT_EQ(
+      result.warnings().front().message,
+      fmt::format("The geometry '/DataStructure/Scan/Rect' cannot be shown: its X bounds 'Cell Data' (object "
+                  "{}) is an AttributeMatrix, where a DataArray<float32> of 1 component is needed",
+                  cellDataId));
+  const auto* imported = result.value().getDataAs<RectGridGeom>(DataPath({"Scan", "Rect"}));
+  ASSERT_NE(imported, nullptr);
+  EXPECT_EQ(imported->getXBoundsId(), std::optional<IdType>(cellDataId));
+  EXPECT_EQ(imported->getXBounds(), nullptr);
+  EXPECT_EQ(imported->getNumberOfCells(), 0u);
 }
 
 TEST(KestrixDamagedFileTest, FlippedBytesNeverCrash)

@@ -52,6 +52,24 @@ TEST(DataStoreTest, ShapesAndCounts)
   EXPECT_EQ(empty.getSize(), 0u);
 }
 
+TEST(DataStoreTest, ShapeProductsThatOverflowAreNeverTakenModulo64Bits)
+{
+  // (2^63 + 2) * 2 is 4 modulo 2^64.
+  const ShapeType wrapping = {(std::uint64_t(1) << 63) + 2, 2};
+  EXPECT_EQ(CheckedShapeProduct(wrapping), std::nullopt);
+  EXPECT_EQ(CheckedShapeProduct({3, 4, 5}), std::optional<usize>(60));
+  EXPECT_EQ(CheckedShapeProduct({}), std::optional<usize>(0));
+  EXPECT_THROW(ShapeProduct(wrapping), std::overflow_error);
+  // A store of such a shape is refused instead of getting a buffer of four elements.
+  EXPECT_THROW(DataStore<float>(wrapping, {1}, 0.0f), std::overflow_error);
+  // Tuples and components can each fit and overflow together.
+  EXPECT_THROW(DataStore<float>({std::uint64_t(1) << 40}, {std::uint64_t(1) << 30}, std::nullopt),
+               std::overflow_error);
+  EXPECT_EQ(CheckedMultiply(std::uint64_t(1) << 32, std::uint64_t(1) << 32), std::nullopt);
+  EXPECT_EQ(CheckedAdd(~std::uint64_t(0), 1), std::nullopt);
+  EXPECT_EQ(CheckedAdd(2, 3), std::optional<usize>(5));
+}
+
 TEST(DataStoreTest, AtThrowsWithIndexAndSize)
 {
   DataStore<double> store({2}, {3}, 0.0);
