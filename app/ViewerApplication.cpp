@@ -99,7 +99,18 @@ int ViewerApplication::run(int argc, char** argv)
                                        QStringLiteral("theme"), ZRStyle::k_LightTheme);
   const QCommandLineOption verboseOption(QStringLiteral("verbose"),
                                          QStringLiteral("Print VTK's own messages to standard error."));
-  parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption});
+  const QCommandLineOption viewOption(
+      QStringLiteral("view"),
+      QStringLiteral("Data view of every file: outline, points, wireframe or surface."),
+      QStringLiteral("view"));
+  const QCommandLineOption colorByOption(
+      QStringLiteral("color-by"),
+      QStringLiteral("Colour by ARRAY[:COMPONENT|:Magnitude], a name or a data path."),
+      QStringLiteral("array"));
+  const QCommandLineOption presetOption(
+      QStringLiteral("preset"), QStringLiteral("Colour map of the coloured views."), QStringLiteral("name"));
+  parser.addOptions(
+      {screenshotOption, sizeOption, themeOption, verboseOption, viewOption, colorByOption, presetOption});
   parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to open."),
                                QStringLiteral("[FILE...]"));
   parser.process(app);
@@ -117,7 +128,18 @@ int ViewerApplication::run(int argc, char** argv)
     return 2;
   }
 
+  ViewerDataViewChoice choice;
+  QString choiceError;
+  if ((parser.isSet(viewOption) && !choice.setView(parser.value(viewOption), &choiceError)) ||
+      (parser.isSet(colorByOption) && !choice.setColorBy(parser.value(colorByOption), &choiceError)) ||
+      (parser.isSet(presetOption) && !choice.setPreset(parser.value(presetOption), &choiceError)))
+  {
+    err << "kestrix-viewer: " << choiceError << '\n';
+    return 2;
+  }
+
   ViewerMainWindow window;
+  window.setDataViewChoice(choice);
   const QStringList files = parser.positionalArguments();
   if (parser.isSet(screenshotOption))
   {

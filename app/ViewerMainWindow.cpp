@@ -1,6 +1,5 @@
 #include "app/ViewerMainWindow.h"
 
-#include "app/ViewerOutlineLayer.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
@@ -64,16 +63,13 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
   resizeDocks({dock}, {140}, Qt::Vertical);
 
   useViewerDefaultDataViews();
-  m_OutlineLayer = new ViewerOutlineLayer(m_Grid, this);
   statusBar()->setObjectName(QStringLiteral("statusBar")); // made now so the layout does not jump later
 
   connect(m_Pipeline, &VXPipeline::sendOutputMessage, this, &ViewerMainWindow::appendOutput);
   connect(m_Pipeline, &VXPipeline::sendPopupMessage, this, &ViewerMainWindow::showPopup);
   connect(m_Pipeline, &VXPipeline::importProgress, this, &ViewerMainWindow::showProgress);
-  connect(m_Pipeline, &VXPipeline::dataSourceAdded, m_OutlineLayer, &ViewerOutlineLayer::addDataSource);
   connect(m_Grid, &VXViewGridWidget::activeViewChanged, m_Pipeline, &VXPipeline::setActiveViewWidget);
   connect(m_Grid, &VXViewGridWidget::viewCreated, this, &ViewerMainWindow::connectView);
-  connect(m_Grid, &VXViewGridWidget::viewCreated, m_OutlineLayer, &ViewerOutlineLayer::addView);
   for (VXAbstractViewWidget* view : m_Grid->allViews())
   {
     connectView(view);
@@ -98,11 +94,6 @@ VXViewGridWidget* ViewerMainWindow::grid() const
 QPlainTextEdit* ViewerMainWindow::outputPane() const
 {
   return m_OutputPane;
-}
-
-ViewerOutlineLayer* ViewerMainWindow::outlineLayer() const
-{
-  return m_OutlineLayer;
 }
 
 void ViewerMainWindow::setInteractive(bool interactive)
@@ -192,6 +183,12 @@ void ViewerMainWindow::showPopup(const QString& title, const QString& message)
   }
 }
 
+void ViewerMainWindow::setDataViewChoice(const ViewerDataViewChoice& choice)
+{
+  m_DataViewChoice = choice;
+  m_DataViewChoice.applyDefaults();
+}
+
 bool ViewerMainWindow::openFile(const QString& path)
 {
   VXBridgeObject* bridge = m_Pipeline->importFile(path);
@@ -208,6 +205,12 @@ bool ViewerMainWindow::openFile(const QString& path)
   }
   appendOutput(
       QStringLiteral("Opened '%1': %2 data source(s).").arg(QFileInfo(path).fileName()).arg(withData));
+  QString choiceError;
+  if (!m_DataViewChoice.applyTo(*bridge, m_Grid->activeView(), &choiceError))
+  {
+    appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
+    return false;
+  }
   if (VXAbstractViewWidget* active = m_Grid->activeView())
   {
     active->resetCamera();

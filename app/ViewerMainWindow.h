@@ -1,10 +1,11 @@
 #pragma once
 
+#include "app/ViewerDataViewChoice.h"
+
 #include <QImage>
 #include <QMainWindow>
 
 class QPlainTextEdit;
-class ViewerOutlineLayer;
 class VXAbstractViewWidget;
 class VXPipeline;
 class VXViewGridWidget;
@@ -25,10 +26,12 @@ public:
   VXPipeline* pipeline() const;
   VXViewGridWidget* grid() const;
   QPlainTextEdit* outputPane() const;
-  ViewerOutlineLayer* outlineLayer() const;
 
   /** @brief When off, pop-up messages go only to the output pane (scripts, screenshots). */
   void setInteractive(bool interactive);
+
+  /** @brief The data view, colouring and colour map every file opened from now on gets. */
+  void setDataViewChoice(const ViewerDataViewChoice& choice);
 
   /** @brief Imports one file; false when it gave no dataset (the reason is in the output pane). */
   bool openFile(const QString& path);
@@ -57,12 +60,12 @@ protected:
 
 private:
   static void useViewerDefaultDataViews();
+  ViewerDataViewChoice m_DataViewChoice;
   void createMenus();
   void connectView(VXAbstractViewWidget* view);
 
   VXPipeline* m_Pipeline = nullptr;
   VXViewGridWidget* m_Grid = nullptr;
   QPlainTextEdit* m_OutputPane = nullptr;
-  ViewerOutlineLayer* m_OutlineLayer = nullptr;
   bool m_Interactive = true;
 };

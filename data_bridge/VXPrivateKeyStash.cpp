@@ -17,7 +17,7 @@ namespace
 {
 std::vector<vtkInformationKey*> PrivateKeys()
 {
-  return {ZRVtk::ObjectNameKey(), CV::VtkBridge::TupleShapeKey()};
+  return {ZRVtk::ObjectNameKey(), CV::VtkBridge::TupleShapeKey(), CV::VtkBridge::DataPathKey()};
 }
 } // namespace
 

@@ -169,14 +169,8 @@ bool VXPointsRepPimpl::isUsingSolidColor() const
          m_ActiveArray == ZRVtkModule::constants::k_SolidColor;
 }
 
-void VXPointsRepPimpl::applySettings()
+void VXPointsRepPimpl::loadKeptRgbPreset()
 {
-  VXOutlineRepPimpl::applySettings();
-  vtkProperty* property = m_Actor->GetProperty();
-  property->SetRepresentationToPoints();
-  property->SetPointSize(static_cast<float>(m_PointSize));
-  property->SetRenderPointsAsSpheres(m_RenderPointsAsSpheres);
-  // The table starts from the kept preset; inversion and categories are applied on top.
   if (m_UsingDefaultPreset)
   {
     m_LookupTable->parseRgbArray({VXLookupTable::k_DefaultPresetName});
@@ -185,6 +179,17 @@ void VXPointsRepPimpl::applySettings()
   {
     m_LookupTable->parseRgbJson(m_RgbPreset);
   }
+}
+
+void VXPointsRepPimpl::applySettings()
+{
+  VXOutlineRepPimpl::applySettings();
+  vtkProperty* property = m_Actor->GetProperty();
+  property->SetRepresentationToPoints();
+  property->SetPointSize(static_cast<float>(m_PointSize));
+  property->SetRenderPointsAsSpheres(m_RenderPointsAsSpheres);
+  // The table starts from the kept preset; inversion and categories are applied on top.
+  loadKeptRgbPreset();
   m_LookupTable->setNANColor(m_NanColor);
   updateColoring();
 }
@@ -373,6 +378,25 @@ void VXPointsRepPimpl::loadRGBPresetColors(const ColorPreset& preset)
   requestRender();
 }
 
+void VXPointsRepPimpl::loadIndexedPresetColors(const ColorPreset& preset)
+{
+  m_IndexedPreset = preset;
+  m_UsingDefaultIndexedPreset = false;
+  m_ValuesAsCategories = true;
+  updateColoring();
+  requestRender();
+}
+
+void VXPointsRepPimpl::loadPresetColors(const ColorPreset& preset)
+{
+  if (preset.m_RGBPoints.empty() && !preset.m_IndexedColors.empty())
+  {
+    loadIndexedPresetColors(preset);
+    return;
+  }
+  loadRGBPresetColors(preset);
+}
+
 void VXPointsRepPimpl::restoreDefaultRgbPresetColors()
 {
   m_UsingDefaultPreset = true;
@@ -431,15 +455,7 @@ void VXPointsRepPimpl::setInterpretValuesAsCategories(bool categories)
   m_ValuesAsCategories = categories;
   if (!categories)
   {
-    // Back from the categorical table to the kept colour map.
-    if (m_UsingDefaultPreset)
-    {
-      m_LookupTable->parseRgbArray({VXLookupTable::k_DefaultPresetName});
-    }
-    else
-    {
-      m_LookupTable->parseRgbJson(m_RgbPreset);
-    }
+    loadKeptRgbPreset(); // back from the categorical table to the kept colour map
   }
   updateColoring();
   requestRender();

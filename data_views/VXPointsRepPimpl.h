@@ -61,6 +61,9 @@ public:
   int scalarMapping() const { return m_ScalarMapping; }
 
   void loadRGBPresetColors(const ColorPreset& preset);
+  void loadIndexedPresetColors(const ColorPreset& preset);
+  /** @brief A preset with colour nodes as the colour map, one with indexed colours only as categories. */
+  void loadPresetColors(const ColorPreset& preset);
   void restoreDefaultRgbPresetColors();
   void setColorMapInverted(bool inverted);
   bool isColorMapInverted() const { return m_ColorMapInverted; }
@@ -81,6 +84,8 @@ protected:
   /** @brief Pushes array, component, range, categories and mapping to the mapper and table. */
   void updateColoring();
   vtkDataArray* activeDataArray() const;
+  // The colour map this window keeps: the default preset or the one chosen last.
+  void loadKeptRgbPreset();
   // The distinct values of the active array and component, at most one more than a table can index.
   const std::set<double>& uniqueValues();
 

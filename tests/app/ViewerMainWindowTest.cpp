@@ -1,6 +1,9 @@
 #include "app/ViewerMainWindow.h"
-#include "app/ViewerOutlineLayer.h"
 
+#include "data_views/VXRepresentation.h"
+#include "data_views/VXRepresentationPimpl.h"
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
@@ -37,20 +40,38 @@ protected:
   }
 
   QString output() const { return m_Window->outputPane()->toPlainText(); }
+
+  // The data views with an implementation in the window; only the shown ones when asked.
+  int dataViewsIn(VXAbstractViewWidget* view, bool shownOnly = true) const
+  {
+    int count = 0;
+    for (VXBridgeObject* bridge : m_Window->pipeline()->bridges())
+    {
+      for (VXDataSource* dataSource : bridge->dataSources())
+      {
+        for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
+        {
+          VXRepresentationPimpl* implementation = representation->implementation(view);
+          count += implementation != nullptr && (!shownOnly || implementation->isVisible()) ? 1 : 0;
+        }
+      }
+    }
+    return count;
+  }
   VXAbstractViewWidget* activeView() const { return m_Window->grid()->activeView(); }
 
   std::unique_ptr<ViewerMainWindow> m_Window;
 };
 } // namespace
 
-TEST_F(ViewerWindowTest, OpenedFileShowsAsOutlineInTheActiveView)
+TEST_F(ViewerWindowTest, OpenedFileShowsAsADataViewInTheActiveView)
 {
   ASSERT_EQ(m_Window->pipeline()->activeViewWidget(), activeView());
   EXPECT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/unstructured.vtu")));
   EXPECT_TRUE(output().contains(QStringLiteral("Opened 'unstructured.vtu'")));
-  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(activeView()), 1);
+  EXPECT_EQ(dataViewsIn(activeView()), 1);
   EXPECT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/tool_binary.stl")));
-  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(activeView()), 2);
+  EXPECT_EQ(dataViewsIn(activeView()), 2);
   EXPECT_EQ(m_Window->pipeline()->bridges().size(), 2);
 }
 
@@ -58,24 +79,26 @@ TEST_F(ViewerWindowTest, UnreadableFileIsReportedAndTheWindowGoesOn)
 {
   EXPECT_FALSE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/no_such_file.vtu")));
   EXPECT_TRUE(output().contains(QStringLiteral("No data could be read from")));
-  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(activeView()), 0);
+  EXPECT_EQ(dataViewsIn(activeView()), 0);
   EXPECT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/poly.vtp")));
 }
 
-TEST_F(ViewerWindowTest, SplitViewGetsTheOutlinesAndBecomesThePipelinesViewWhenActive)
+TEST_F(ViewerWindowTest, SplitViewGetsHiddenCopiesAndBecomesThePipelinesViewWhenActive)
 {
   ASSERT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/poly.vtp")));
   VXAbstractViewWidget* first = activeView();
   m_Window->grid()->addColumn(first);
   ASSERT_EQ(m_Window->grid()->viewCount(), 2);
   VXAbstractViewWidget* second = m_Window->grid()->allViews().at(1);
-  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(second), 1);
+  EXPECT_EQ(dataViewsIn(second, false), 1);
+  EXPECT_EQ(dataViewsIn(second), 0); // a split window starts with its copies hidden
   m_Window->grid()->markWidgetActive(second);
   EXPECT_EQ(m_Window->pipeline()->activeViewWidget(), second);
   // The next file goes to the active view only.
   ASSERT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/vtk_ascii.stl")));
-  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(second), 2);
-  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(first), 1);
+  EXPECT_EQ(dataViewsIn(second), 1);
+  EXPECT_EQ(dataViewsIn(first), 1);
+  EXPECT_EQ(dataViewsIn(first, false), 1);
 }
 
 TEST_F(ViewerWindowTest, DroppedFilesAreImported)
@@ -127,7 +150,7 @@ TEST_F(ViewerWindowTest, LayoutSavesAndLoadsBack)
   EXPECT_EQ(m_Window->pipeline()->activeViewWidget(), activeView());
   // Files opened after the load still reach the active view.
   ASSERT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/poly.vtp")));
-  EXPECT_EQ(m_Window->outlineLayer()->outlineCount(activeView()), 1);
+  EXPECT_EQ(dataViewsIn(activeView()), 1);
 
   const QString broken = dir.filePath(QStringLiteral("broken.json"));
   {

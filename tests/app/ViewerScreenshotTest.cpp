@@ -87,3 +87,44 @@ TEST(ViewerScreenshot, BadInputGivesAMessageAndAnErrorCode)
   EXPECT_EQ(unwritable.exitCode, 1);
   EXPECT_TRUE(unwritable.errors.contains(QStringLiteral("could not write")));
 }
+
+TEST(ViewerScreenshot, ViewColouringAndPresetFromTheCommandLine)
+{
+  QTemporaryDir dir;
+  const QString shot = dir.filePath(QStringLiteral("coloured.png"));
+  const QString mesh = k_DataDir + QStringLiteral("/vtk/unstructured.vtu");
+  const ViewerRun coloured =
+      runViewer({mesh, QStringLiteral("--view"), QStringLiteral("surface"), QStringLiteral("--color-by"),
+                 QStringLiteral("FeatureIds"), QStringLiteral("--preset"), QStringLiteral("Viridis"),
+                 QStringLiteral("--screenshot"), shot, QStringLiteral("--size"), QStringLiteral("400x300")});
+  ASSERT_EQ(coloured.exitCode, 0) << coloured.errors.toStdString();
+  EXPECT_TRUE(matchesBaseline(QImage(shot), QStringLiteral("unstructured_featureids_viridis_400x300")));
+
+  const ViewerRun wireframe =
+      runViewer({mesh, QStringLiteral("--view"), QStringLiteral("wireframe"), QStringLiteral("--color-by"),
+                 QStringLiteral("Height"), QStringLiteral("--screenshot"), shot, QStringLiteral("--size"),
+                 QStringLiteral("400x300")});
+  ASSERT_EQ(wireframe.exitCode, 0) << wireframe.errors.toStdString();
+  EXPECT_TRUE(matchesBaseline(QImage(shot), QStringLiteral("unstructured_height_wireframe_400x300")));
+
+  // Unknown names are refused with the names that exist.
+  const ViewerRun badView = runViewer(
+      {mesh, QStringLiteral("--view"), QStringLiteral("cubes"), QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(badView.exitCode, 2);
+  EXPECT_TRUE(badView.errors.contains(QStringLiteral("the views are: outline, points, surface, wireframe")))
+      << badView.errors.toStdString();
+  const ViewerRun badPreset = runViewer(
+      {mesh, QStringLiteral("--preset"), QStringLiteral("Nope"), QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(badPreset.exitCode, 2);
+  EXPECT_TRUE(badPreset.errors.contains(QStringLiteral("Viridis"))) << badPreset.errors.toStdString();
+  const ViewerRun badArray = runViewer(
+      {mesh, QStringLiteral("--color-by"), QStringLiteral("Nope"), QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(badArray.exitCode, 1);
+  EXPECT_TRUE(badArray.errors.contains(QStringLiteral("no array 'Nope'"))) << badArray.errors.toStdString();
+  EXPECT_TRUE(badArray.errors.contains(QStringLiteral("Height"))) << badArray.errors.toStdString();
+  const ViewerRun badComponent = runViewer(
+      {mesh, QStringLiteral("--color-by"), QStringLiteral("Height:3"), QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(badComponent.exitCode, 1);
+  EXPECT_TRUE(badComponent.errors.contains(QStringLiteral("has 1 component(s)")))
+      << badComponent.errors.toStdString();
+}

@@ -14,6 +14,7 @@
 #include <vtkImageData.h>
 #include <vtkInformation.h>
 #include <vtkInformationIntegerVectorKey.h>
+#include <vtkInformationStringKey.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
@@ -39,6 +40,8 @@ void MarkArrays(vtkFieldData* fields)
     vtkAbstractArray* array = fields->GetAbstractArray(i);
     ZRVtk::SetObjectName(array, std::string(array->GetName()) + " CV Array");
     array->GetInformation()->Set(CV::VtkBridge::TupleShapeKey(), shape, 2);
+    const std::string path = std::string("Sample/Grains/Cell Data/") + array->GetName();
+    array->GetInformation()->Set(CV::VtkBridge::DataPathKey(), path.c_str());
   }
 }
 
@@ -142,6 +145,9 @@ QString WriteChecked(const QTemporaryDir& dir, vtkDataSet* data, Writer writer, 
   vtkAbstractArray* density = data->GetPointData()->GetAbstractArray("Density");
   EXPECT_EQ(ZRVtk::GetObjectName(density), "Density CV Array") << name;
   EXPECT_EQ(density->GetInformation()->Length(CV::VtkBridge::TupleShapeKey()), 2) << name;
+  EXPECT_EQ(CV::VtkBridge::GetDataPath(vtkDataArray::SafeDownCast(density)),
+            "Sample/Grains/Cell Data/Density")
+      << name;
   return path;
 }
 } // namespace

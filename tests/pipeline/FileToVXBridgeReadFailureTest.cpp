@@ -1,6 +1,8 @@
 // A file bridge whose file cannot be read says why, and leaves no empty data source behind.
 #include "pipeline/FileToVXBridge.h"
 
+#include "BridgeMessages.h"
+
 #include "pipeline/VXDataSource.h"
 
 #include <vtkDataSet.h>
@@ -16,19 +18,6 @@ QString fixture(const QString& relativePath)
 {
   return QStringLiteral(ZR_TEST_DATA_DIR "/") + relativePath;
 }
-
-struct BridgeMessages
-{
-  explicit BridgeMessages(VXBridgeObject* bridge)
-  {
-    QObject::connect(bridge, &VXBridgeObject::sendOutputMessage,
-                     [this](const QString& text) { m_Output << text; });
-    QObject::connect(bridge, &VXBridgeObject::sendPopupMessage,
-                     [this](const QString& title, const QString& text) { m_Popups << title + ": " + text; });
-  }
-  QStringList m_Output;
-  QStringList m_Popups;
-};
 
 bool writeFile(const QString& path, const QByteArray& bytes)
 {

@@ -1,5 +1,7 @@
 #include "pipeline/FileToVXBridge.h"
 
+#include "BridgeMessages.h"
+
 #include "common/ZRTestStructures.h"
 #include "data_bridge/zr_contract/KestrixIO.h"
 #include "pipeline/VXDataSource.h"
@@ -42,18 +44,7 @@ protected:
   QString chooseFile(const QString&) override { return m_ChosenFile; }
 };
 
-struct Messages
-{
-  explicit Messages(VXBridgeObject* bridge)
-  {
-    QObject::connect(bridge, &VXBridgeObject::sendOutputMessage,
-                     [this](const QString& text) { m_Output << text; });
-    QObject::connect(bridge, &VXBridgeObject::sendPopupMessage,
-                     [this](const QString& title, const QString& text) { m_Popups << title + ": " + text; });
-  }
-  QStringList m_Output;
-  QStringList m_Popups;
-};
+using Messages = BridgeMessages;
 
 bool copyFile(const QString& from, const QString& to)
 {

@@ -1,0 +1,200 @@
+#include "app/ViewerDataViewChoice.h"
+
+#include "data_bridge/CVVtkBridge.h"
+#include "data_views/VXPointsRepPimpl.h"
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXDataSource.h"
+#include "pipeline/VXPipeline.h"
+#include "platform/ColorPresetsFile.h"
+
+#include <vtkCellData.h>
+#include <vtkDataArray.h>
+#include <vtkDataSet.h>
+#include <vtkPointData.h>
+
+#include <QMap>
+#include <QStringList>
+
+namespace
+{
+const QMap<QString, VXRepresentation::Type> k_ViewNames = {
+    {QStringLiteral("outline"), VXRepresentation::Outline},
+    {QStringLiteral("points"), VXRepresentation::Points},
+    {QStringLiteral("wireframe"), VXRepresentation::Wireframe},
+    {QStringLiteral("surface"), VXRepresentation::Surface}};
+
+const QString k_Magnitude = QStringLiteral("magnitude");
+
+// The array a --color-by text names in a dataset: by name, or by data path when it holds a '/'.
+vtkDataArray* findArray(vtkDataSet* dataSet, const QString& name)
+{
+  for (vtkDataSetAttributes* attributes : {static_cast<vtkDataSetAttributes*>(dataSet->GetPointData()),
+                                           static_cast<vtkDataSetAttributes*>(dataSet->GetCellData())})
+  {
+    for (int i = 0; i < attributes->GetNumberOfArrays(); ++i)
+    {
+      vtkDataArray* array = attributes->GetArray(i);
+      if (array == nullptr || array->GetName() == nullptr)
+      {
+        continue;
+      }
+      if (QString::fromUtf8(array->GetName()) == name ||
+          QString::fromStdString(CV::VtkBridge::GetDataPath(array)) == name)
+      {
+        return array;
+      }
+    }
+  }
+  return nullptr;
+}
+
+QStringList arrayNames(vtkDataSet* dataSet)
+{
+  QStringList names;
+  for (vtkDataSetAttributes* attributes : {static_cast<vtkDataSetAttributes*>(dataSet->GetPointData()),
+                                           static_cast<vtkDataSetAttributes*>(dataSet->GetCellData())})
+  {
+    for (int i = 0; i < attributes->GetNumberOfArrays(); ++i)
+    {
+      if (vtkDataArray* array = attributes->GetArray(i))
+      {
+        names << QString::fromUtf8(array->GetName() != nullptr ? array->GetName() : "");
+      }
+    }
+  }
+  return names;
+}
+} // namespace
+
+bool ViewerDataViewChoice::setView(const QString& name, QString* error)
+{
+  if (!k_ViewNames.contains(name.toLower()))
+  {
+    *error = QStringLiteral("unknown view '%1'; the views are: %2")
+                 .arg(name, k_ViewNames.keys().join(QStringLiteral(", ")));
+    return false;
+  }
+  m_Type = k_ViewNames.value(name.toLower());
+  return true;
+}
+
+bool ViewerDataViewChoice::setColorBy(const QString& text, QString* error)
+{
+  m_Array = text;
+  m_Component.reset();
+  const int colon = text.lastIndexOf(QLatin1Char(':'));
+  if (colon > 0)
+  {
+    const QString suffix = text.mid(colon + 1);
+    bool isNumber = false;
+    const int component = suffix.toInt(&isNumber);
+    if (isNumber && component >= 0)
+    {
+      m_Component = component;
+      m_Array = text.left(colon);
+    }
+    else if (suffix.toLower() == k_Magnitude)
+    {
+      m_Component = VXPointsRepPimpl::k_Magnitude;
+      m_Array = text.left(colon);
+    }
+  }
+  if (m_Array.isEmpty())
+  {
+    *error = QStringLiteral(
+        "--color-by takes ARRAY[:COMPONENT|:Magnitude], for example FeatureIds or EulerAngles:0");
+    return false;
+  }
+  return true;
+}
+
+bool ViewerDataViewChoice::setPreset(const QString& name, QString* error)
+{
+  QStringList names;
+  for (const auto& preset : ColorPresetsFile::BuiltInPresets())
+  {
+    const QString presetName = QString::fromStdString(preset.m_Name);
+    if (presetName.compare(name, Qt::CaseInsensitive) == 0)
+    {
+      m_Preset = preset;
+      return true;
+    }
+    names << presetName;
+  }
+  *error =
+      QStringLiteral("unknown preset '%1'; the presets are: %2").arg(name, names.join(QStringLiteral(", ")));
+  return false;
+}
+
+void ViewerDataViewChoice::applyDefaults() const
+{
+  if (m_Type == VXRepresentation::None)
+  {
+    return;
+  }
+  VXPipeline::setDefaultRepType(m_Type);
+  VXPipeline::setDefaultImageGeomRepType(m_Type);
+  VXPipeline::setDefaultRectGridRepType(m_Type);
+  VXPipeline::setDefaultVertexRepType(m_Type);
+  VXPipeline::setDefaultEdgeRepType(m_Type);
+  VXPipeline::setDefaultTriangleRepType(m_Type);
+  VXPipeline::setDefaultQuadRepType(m_Type);
+  VXPipeline::setDefaultHexRepType(m_Type);
+  VXPipeline::setDefaultTetRepType(m_Type);
+}
+
+bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewWidget* view,
+                                   QString* error) const
+{
+  if (m_Array.isEmpty() && !m_Preset)
+  {
+    return true;
+  }
+  bool found = m_Array.isEmpty();
+  QStringList known;
+  for (VXDataSource* dataSource : bridge.dataSources())
+  {
+    vtkDataSet* dataSet = dataSource->getOutput();
+    if (dataSet == nullptr)
+    {
+      continue;
+    }
+    vtkDataArray* array = m_Array.isEmpty() ? nullptr : findArray(dataSet, m_Array);
+    known << arrayNames(dataSet);
+    if (m_Component && array != nullptr && *m_Component >= array->GetNumberOfComponents())
+    {
+      *error = QStringLiteral("array '%1' has %2 component(s): choose 0 to %3 or Magnitude")
+                   .arg(m_Array)
+                   .arg(array->GetNumberOfComponents())
+                   .arg(array->GetNumberOfComponents() - 1);
+      return false;
+    }
+    found = found || array != nullptr;
+    for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
+    {
+      auto* colouring = dynamic_cast<VXPointsRepPimpl*>(representation->implementation(view));
+      if (colouring == nullptr)
+      {
+        continue;
+      }
+      if (m_Preset)
+      {
+        colouring->loadPresetColors(*m_Preset);
+      }
+      if (array != nullptr)
+      {
+        colouring->setActiveArray(QString::fromUtf8(array->GetName()));
+        colouring->setActiveComponent(m_Component.value_or(VXPointsRepPimpl::k_Magnitude));
+      }
+    }
+  }
+  if (!found)
+  {
+    known.removeDuplicates();
+    *error = QStringLiteral("no array '%1' in '%2'; its arrays are: %3")
+                 .arg(m_Array, bridge.name(),
+                      known.isEmpty() ? QStringLiteral("(none)") : known.join(QStringLiteral(", ")));
+    return false;
+  }
+  return true;
+}

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "data_bridge/zr_contract/ColorPreset.h"
+#include "data_views/VXRepresentation.h"
+
+#include <QString>
+
+#include <optional>
+
+class VXAbstractViewWidget;
+class VXBridgeObject;
+
+/**
+ * @brief What the viewer's command line asks of the data views of every file it opens: the kind of
+ * view (--view), the array and component to colour by (--color-by ARRAY[:COMPONENT|:Magnitude], by name
+ * or by data path) and the colour map (--preset NAME). Unknown names are refused with the names that
+ * exist.
+ */
+class ViewerDataViewChoice
+{
+public:
+  bool setView(const QString& name, QString* error);
+  bool setColorBy(const QString& text, QString* error);
+  bool setPreset(const QString& name, QString* error);
+
+  /** @brief Makes the chosen kind the default data view of every kind of geometry. */
+  void applyDefaults() const;
+  /**
+   * @brief Colours the data views of the bridge's data sources in the window. False, with a message
+   * naming the arrays there are, when no data source has the array.
+   */
+  bool applyTo(const VXBridgeObject& bridge, VXAbstractViewWidget* view, QString* error) const;
+
+private:
+  VXRepresentation::Type m_Type = VXRepresentation::None;
+  QString m_Array;
+  std::optional<int> m_Component;
+  std::optional<zr::core::ColorTableUtilities::ColorPreset> m_Preset;
+};
