@@ -1,6 +1,7 @@
 #include "pipeline/VXDataSource.h"
 
 #include "data_bridge/ZRVtkObjectName.h"
+#include "platform/ColorPresetsDialog.h"
 #include "platform/QtZRSettings.h"
 #include "platform/ZRColorButton.h"
 #include "platform/ZRIconPushButton.h"
@@ -25,6 +26,7 @@
 #include <QLabel>
 #include <QMessageBox>
 #include <QScrollArea>
+#include <QSignalBlocker>
 #include <QVBoxLayout>
 
 namespace
@@ -289,12 +291,14 @@ QStringList VXDataSource::getComponentNames(const QString& arrayName) const
 void VXDataSource::setSolidColor(const QColor& color)
 {
   m_SolidColor = color;
+  syncColorPanel();
   Q_EMIT solidColorChanged(color);
 }
 
 void VXDataSource::setNanColor(const QColor& color)
 {
   m_NanColor = color;
+  syncColorPanel();
   Q_EMIT nanColorChanged(color);
 }
 
@@ -302,12 +306,14 @@ void VXDataSource::setRestoreDefaultPreset()
 {
   m_UsingDefaultPreset = true;
   m_CurrentPreset = ZRPreferences::Instance()->getDefaultColorPreset();
+  syncColorPanel();
   Q_EMIT restoreDefaultPresetColors();
 }
 
 void VXDataSource::setColorsInverted(bool inverted)
 {
   m_Inverted = inverted;
+  syncColorPanel();
   Q_EMIT invertColorMap(inverted);
 }
 
@@ -315,9 +321,46 @@ void VXDataSource::applyPreset(const ColorPreset& preset, const QPixmap& /*pixma
 {
   m_CurrentPreset = preset;
   m_UsingDefaultPreset = false;
+  syncColorPanel();
   Q_EMIT loadPresetColors(preset);
   // A new preset always starts uninverted.
   setColorsInverted(false);
+}
+
+void VXDataSource::syncColorPanel()
+{
+  if (!m_SolidColorButton.isNull())
+  {
+    m_SolidColorButton->setColor(m_SolidColor);
+  }
+  if (!m_InvertColorButton.isNull())
+  {
+    // Blocked: the button reports user clicks only, or a sync would push the value back.
+    const QSignalBlocker blocker(m_InvertColorButton.data());
+    m_InvertColorButton->setChecked(m_Inverted);
+  }
+  if (!m_ColorPresetsDialog.isNull())
+  {
+    m_ColorPresetsDialog->setNanColor(m_NanColor, false);
+    m_ColorPresetsDialog->selectPreset(QString::fromStdString(m_CurrentPreset.m_Name));
+  }
+}
+
+ColorPresetsDialog* VXDataSource::colorPresetsDialog() const
+{
+  return m_ColorPresetsDialog.data();
+}
+
+void VXDataSource::showColorPresetsDialog()
+{
+  if (m_ColorPresetsDialog.isNull())
+  {
+    return;
+  }
+  syncColorPanel();
+  m_ColorPresetsDialog->show();
+  m_ColorPresetsDialog->raise();
+  m_ColorPresetsDialog->activateWindow();
 }
 
 void VXDataSource::triggerColorSettingsChange()
@@ -374,6 +417,7 @@ void VXDataSource::applyColorSettingsJson(const nlohmann::json& json)
   {
     m_Inverted = json.at(k_ColorMapInverted).get<bool>();
   }
+  syncColorPanel();
 }
 
 void VXDataSource::write(nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>& viewIndexes) const
@@ -488,12 +532,14 @@ void VXDataSource::pasteToActiveSettings()
   {
     return; // not settings of ours
   }
+  const nlohmann::json previous = colorSettingsJson();
   try
   {
     applyColorSettingsJson(json);
   }
   catch (const nlohmann::json::exception&)
   {
+    applyColorSettingsJson(previous); // all or nothing
     return;
   }
   Q_EMIT solidColorChanged(m_SolidColor);
@@ -523,7 +569,8 @@ void VXDataSource::initializeSettingsWidget()
 
   layout->addWidget(new QLabel(QStringLiteral("Solid Color: "), controls), 0, 0);
   auto* solidColorButton = new ZRColorButton(controls);
-  solidColorButton->setColor(m_SolidColor);
+  solidColorButton->setObjectName(QStringLiteral("m_SolidColorButton"));
+  m_SolidColorButton = solidColorButton;
   solidColorButton->setToolTip(htmlToolTip(
       QStringLiteral("Edit the solid color for all child data views not separated from this geometry")));
   connect(solidColorButton, &ZRColorButton::colorChanged, this, &VXDataSource::setSolidColor);
@@ -534,12 +581,19 @@ void VXDataSource::initializeSettingsWidget()
   presetButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("preset")));
   presetButton->setToolTip(htmlToolTip(
       QStringLiteral("Edit the color map for all child data views not separated from this geometry")));
+  m_ColorPresetsDialog = new ColorPresetsDialog(controls);
+  connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::applyPreset, this, &VXDataSource::applyPreset);
+  connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::restoreDefaultPreset, this,
+          &VXDataSource::setRestoreDefaultPreset);
+  connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::nanColorChanged, this,
+          &VXDataSource::setNanColor);
+  connect(presetButton, &QPushButton::clicked, this, &VXDataSource::showColorPresetsDialog);
   layout->addWidget(presetButton, 1, 0);
 
   auto* invertButton = new ZRIconPushButton(controls);
   invertButton->setObjectName(QStringLiteral("m_InvertColorBtn"));
   invertButton->setCheckable(true);
-  invertButton->setChecked(m_Inverted);
+  m_InvertColorButton = invertButton;
   invertButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("invert")));
   invertButton->setToolTip(htmlToolTip(
       QStringLiteral("Invert the color map for all child data views not separated from this geometry")));
@@ -563,4 +617,5 @@ void VXDataSource::initializeSettingsWidget()
 
   contentLayout->addWidget(controls);
   contentLayout->addStretch(1);
+  syncColorPanel();
 }

@@ -11,12 +11,15 @@
 #include <QList>
 #include <QPair>
 #include <QPixmap>
+#include <QPointer>
 #include <QStringList>
 
 #include <memory>
 
 class vtkTrivialProducer;
 class ColorPresetsDialog;
+class QPushButton;
+class ZRColorButton;
 
 /**
  * One dataset of the pipeline tree: a geometry of a data structure, or one file. It feeds the dataset
@@ -63,7 +66,9 @@ public:
   ColorPreset getCurrentPreset() const { return m_CurrentPreset; }
   void applyPreset(const ColorPreset& preset, const QPixmap& pixmap);
   void triggerColorSettingsChange();
-  ColorPresetsDialog* colorPresetsDialog() const { return m_ColorPresetsDialog; }
+  ColorPresetsDialog* colorPresetsDialog() const;
+  /** @brief Shows the colour presets dialog of the settings panel, if the panel exists. */
+  void showColorPresetsDialog();
 
   void readSettings();
   // Asks the user first; returns whether the defaults were written.
@@ -89,6 +94,8 @@ private:
   nlohmann::json colorSettingsJson() const;
   void applyColorSettingsJson(const nlohmann::json& json);
   void takeNameFromDataSet();
+  // The panel's colour controls show the current settings, whatever changed them.
+  void syncColorPanel();
 
   std::shared_ptr<CV::VtkBridge::WrappedGeometry> m_WrappedGeometry;
   vtkSmartPointer<vtkTrivialProducer> m_Producer;
@@ -97,5 +104,7 @@ private:
   bool m_UsingDefaultPreset = true;
   ColorPreset m_CurrentPreset;
   bool m_Inverted = false;
-  ColorPresetsDialog* m_ColorPresetsDialog = nullptr;
+  QPointer<ColorPresetsDialog> m_ColorPresetsDialog;
+  QPointer<ZRColorButton> m_SolidColorButton;
+  QPointer<QPushButton> m_InvertColorButton;
 };

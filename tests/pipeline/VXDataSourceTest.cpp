@@ -3,6 +3,9 @@
 #include "data_bridge/CVArray.h"
 #include "data_bridge/ZRVtkObjectName.h"
 #include "pipeline/VXPipeline.h"
+#include "platform/ColorPresetsDialog.h"
+#include "platform/ZRColorButton.h"
+#include "platform/ZRPreferences.h"
 #include "views/VXViewWidget.h"
 
 #include <vtkAlgorithmOutput.h>
@@ -22,6 +25,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -49,6 +53,33 @@ vtkSmartPointer<vtkImageData> makeImage()
   image->GetCellData()->AddArray(makeArray<vtkDoubleArray>("Shared", 1, 1));
   image->GetCellData()->AddArray(makeArray<vtkDoubleArray>("Scalar", 1, 1));
   return image;
+}
+
+// A source with its settings panel, which needs an active view.
+struct SourceWithPanel
+{
+  VXPipeline pipeline;
+  VXViewWidget view;
+  VXDataSource source;
+  std::unique_ptr<QWidget> panel;
+  ZRColorButton* solidColor = nullptr;
+  QPushButton* invert = nullptr;
+  QPushButton* edit = nullptr;
+
+  SourceWithPanel()
+  {
+    source.setPipeline(&pipeline);
+    pipeline.setActiveViewWidget(&view);
+    panel.reset(source.settingsWidget());
+    solidColor = panel->findChild<ZRColorButton*>(QStringLiteral("m_SolidColorButton"));
+    invert = panel->findChild<QPushButton*>(QStringLiteral("m_InvertColorBtn"));
+    edit = panel->findChild<QPushButton*>(QStringLiteral("m_ColorPresetButton"));
+  }
+};
+
+QPushButton* dialogButton(ColorPresetsDialog* dialog, const char* name)
+{
+  return dialog->findChild<QPushButton*>(QString::fromLatin1(name));
 }
 } // namespace
 
@@ -276,4 +307,108 @@ TEST(VXDataSource, SettingsPanelNeedsAnActiveViewAndDrivesTheColourState)
   ASSERT_NE(saveDefaults, nullptr);
   EXPECT_TRUE(saveDefaults->toolTip().contains(
       QStringLiteral("Save the current settings as the default settings for all Data Source types")));
+}
+
+TEST(VXDataSource, ColourPanelFollowsDialogAndUserClicks)
+{
+  SourceWithPanel fixture;
+  VXDataSource& source = fixture.source;
+  ASSERT_TRUE(fixture.solidColor && fixture.invert && fixture.edit);
+  ColorPresetsDialog* dialog = source.colorPresetsDialog();
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_FALSE(dialog->isVisible());
+
+  source.setNanColor(QColor(0, 128, 255));
+  fixture.edit->click();
+  EXPECT_TRUE(dialog->isVisible());
+  EXPECT_EQ(dialog->nanColor(), QColor(0, 128, 255));
+  // The default preset is what the dialog shows as chosen.
+  EXPECT_EQ(dialog->selectedPresetName(),
+            QString::fromStdString(ZRPreferences::Instance()->getDefaultColorPreset().m_Name));
+
+  fixture.invert->click();
+  EXPECT_TRUE(source.getIsInverted());
+  EXPECT_TRUE(fixture.invert->isChecked());
+
+  // A preset applied in the dialog resets the inversion, and the button shows it.
+  QSignalSpy loaded(&source, &VXDataSource::loadPresetColors);
+  QSignalSpy inverted(&source, &VXDataSource::invertColorMap);
+  ASSERT_TRUE(dialog->selectPreset(QStringLiteral("Viridis")));
+  QTest::mouseClick(dialogButton(dialog, "m_ApplyButton"), Qt::LeftButton);
+  EXPECT_EQ(loaded.count(), 1);
+  EXPECT_EQ(source.getCurrentPreset().m_Name, "Viridis");
+  EXPECT_FALSE(source.isUsingDefaultPreset());
+  EXPECT_FALSE(source.getIsInverted());
+  EXPECT_FALSE(fixture.invert->isChecked());
+  // So the next click inverts again.
+  inverted.clear();
+  fixture.invert->click();
+  EXPECT_TRUE(source.getIsInverted());
+  ASSERT_EQ(inverted.count(), 1);
+  EXPECT_TRUE(inverted.front().front().toBool());
+
+  QSignalSpy restored(&source, &VXDataSource::restoreDefaultPresetColors);
+  QTest::mouseClick(dialogButton(dialog, "m_RestoreDefaultButton"), Qt::LeftButton);
+  EXPECT_EQ(restored.count(), 1);
+  EXPECT_TRUE(source.isUsingDefaultPreset());
+
+  QSignalSpy nan(&source, &VXDataSource::nanColorChanged);
+  dialog->setNanColor(QColor(9, 8, 7), true);
+  EXPECT_EQ(source.getNanColor(), QColor(9, 8, 7));
+  EXPECT_EQ(nan.count(), 1);
+
+  source.setSolidColor(QColor(20, 40, 60));
+  EXPECT_EQ(fixture.solidColor->getColor(), QColor(20, 40, 60));
+  source.setColorsInverted(false);
+  EXPECT_FALSE(fixture.invert->isChecked());
+  dialog->close();
+}
+
+TEST(VXDataSource, ColourPanelFollowsPasteAndRead)
+{
+  VXDataSource copied;
+  copied.setSolidColor(QColor(1, 2, 3));
+  copied.setNanColor(QColor(4, 5, 6));
+  VXDataSource::ColorPreset gray;
+  gray.m_Name = "Gray";
+  gray.m_RGBPoints = {0, 0, 0, 0, 1, 1, 1, 1};
+  copied.applyPreset(gray, QPixmap());
+  copied.setColorsInverted(true);
+  copied.copyActiveSettings();
+
+  SourceWithPanel fixture;
+  VXDataSource& source = fixture.source;
+  ASSERT_TRUE(fixture.solidColor && fixture.invert);
+  ColorPresetsDialog* dialog = source.colorPresetsDialog();
+  ASSERT_NE(dialog, nullptr);
+  QSignalSpy loaded(&source, &VXDataSource::loadPresetColors);
+  source.pasteToActiveSettings();
+  EXPECT_EQ(fixture.solidColor->getColor(), QColor(1, 2, 3));
+  EXPECT_EQ(dialog->nanColor(), QColor(4, 5, 6));
+  EXPECT_TRUE(fixture.invert->isChecked());
+  ASSERT_EQ(loaded.count(), 1);
+  EXPECT_EQ(loaded.front().front().value<VXDataSource::ColorPreset>().m_Name, "Gray");
+  fixture.invert->click();
+  EXPECT_FALSE(source.getIsInverted());
+
+  // Clipboard text with one value of the wrong type changes nothing, the panel included.
+  nlohmann::json bad = nlohmann::json::parse(QGuiApplication::clipboard()->text().toStdString());
+  bad["data_source_solid_color_r"] = 200;
+  bad["data_source_color_map_inverted"] = "yes";
+  QGuiApplication::clipboard()->setText(QString::fromStdString(bad.dump()));
+  source.pasteToActiveSettings();
+  EXPECT_EQ(source.getSolidColor(), QColor(1, 2, 3));
+  EXPECT_EQ(fixture.solidColor->getColor(), QColor(1, 2, 3));
+  EXPECT_FALSE(fixture.invert->isChecked());
+
+  nlohmann::json state;
+  copied.setSolidColor(QColor(70, 80, 90));
+  copied.setNanColor(QColor(11, 12, 13));
+  copied.write(state, {});
+  source.read(state, {});
+  EXPECT_EQ(fixture.solidColor->getColor(), QColor(70, 80, 90));
+  EXPECT_EQ(dialog->nanColor(), QColor(11, 12, 13));
+  EXPECT_TRUE(fixture.invert->isChecked());
+  fixture.invert->click();
+  EXPECT_FALSE(source.getIsInverted());
 }
