@@ -8,6 +8,7 @@
 #include <QMessageBox>
 
 #include <vtkDataSet.h>
+#include <vtkDataWriter.h>
 #include <vtkGenericDataObjectWriter.h>
 #include <vtkPDataSetWriter.h>
 #include <vtkXMLImageDataWriter.h>
@@ -20,6 +21,8 @@
 #include <vtkXMLRectilinearGridWriter.h>
 #include <vtkXMLStructuredGridWriter.h>
 #include <vtkXMLUnstructuredGridWriter.h>
+
+#include <type_traits>
 
 namespace io = ZRVtkLib::io;
 
@@ -42,6 +45,11 @@ bool WriteUsing(const QString& path, vtkDataSet* dataSet, QString* errorMessage)
   capture.watch(writer);
   writer->SetFileName(path.toUtf8().constData());
   writer->SetInputData(dataSet);
+  if constexpr (std::is_base_of_v<vtkDataWriter, WriterT>)
+  {
+    // VTK's legacy reader cannot read back the "nan" its ASCII form writes for gaps in the data.
+    writer->SetFileTypeToBinary();
+  }
   const bool written = writer->Write() != 0 && !capture.hasErrors();
   if (!written && errorMessage != nullptr)
   {

@@ -143,7 +143,6 @@ void FileToVXBridge::import(const QString& path)
   if (dataSet == nullptr)
   {
     // The item stays, without a source: a source without data would show nothing and say nothing.
-    Q_EMIT sendOutputMessage(why);
     Q_EMIT sendPopupMessage(
         QStringLiteral("Load File Error"),
         QStringLiteral("An error occurred while reading file %1. Cannot load the file for visualization\n%2")

@@ -5,7 +5,8 @@
 #include <QString>
 
 // Paths of the committed sample files (written by VTK's Python writers, a plain STL writer and PIL,
-// see tests/data/make-fixtures.py) and helpers that spoil copies of them.
+// see tests/data/make-fixtures.py; the TIFF layouts under images/tiff come from tifffile and PIL, see
+// tests/data/make-tiff-fixtures.py) and helpers that spoil copies of them.
 namespace DataBridgeTestFiles
 {
 inline QString Fixture(const QString& relativePath)

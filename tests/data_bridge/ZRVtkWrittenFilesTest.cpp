@@ -25,6 +25,7 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <string>
 
 namespace utils = ZRVtk::utils;
@@ -54,6 +55,8 @@ vtkSmartPointer<vtkFloatArray> Ramp(const char* name, vtkIdType count)
   {
     array->SetValue(i, 0.5f * i);
   }
+  // Measured data has gaps, and they must survive every format.
+  array->SetValue(count / 2, std::numeric_limits<float>::quiet_NaN());
   return array;
 }
 

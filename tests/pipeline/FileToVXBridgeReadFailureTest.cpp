@@ -41,9 +41,8 @@ TEST(FileToVXBridgeReadFailure, MissingFileIsReportedAndGivesNoSource)
   BridgeMessages messages(&bridge);
   bridge.import(path);
   EXPECT_TRUE(bridge.dataSources().isEmpty());
-  const QString why = QStringLiteral("The file '%1' does not exist.").arg(path);
-  EXPECT_EQ(messages.m_Output, QStringList{why});
-  EXPECT_EQ(messages.m_Popups, QStringList{loadError(path, why)});
+  EXPECT_EQ(messages.m_Popups,
+            QStringList{loadError(path, QStringLiteral("The file '%1' does not exist.").arg(path))});
 }
 
 TEST(FileToVXBridgeReadFailure, DamagedDatasetAndFakeImageCarryTheReadersReason)
@@ -63,9 +62,13 @@ TEST(FileToVXBridgeReadFailure, DamagedDatasetAndFakeImageCarryTheReadersReason)
     BridgeMessages messages(&bridge);
     bridge.import(path);
     EXPECT_TRUE(bridge.dataSources().isEmpty()) << path.toStdString();
-    ASSERT_EQ(messages.m_Output.size(), 1) << path.toStdString();
-    EXPECT_FALSE(messages.m_Output.front().trimmed().isEmpty());
-    EXPECT_EQ(messages.m_Popups, QStringList{loadError(path, messages.m_Output.front())});
+    ASSERT_EQ(messages.m_Popups.size(), 1) << path.toStdString();
+    const QString prefix = loadError(path, QString());
+    EXPECT_TRUE(messages.m_Popups.front().startsWith(prefix)) << messages.m_Popups.front().toStdString();
+    // The reader's own reason follows, not VTK's dump of the pipeline request.
+    const QString reason = messages.m_Popups.front().mid(prefix.size());
+    EXPECT_FALSE(reason.trimmed().isEmpty());
+    EXPECT_FALSE(reason.contains(QStringLiteral("(0x"))) << reason.toStdString();
   }
 }
 
