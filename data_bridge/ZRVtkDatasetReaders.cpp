@@ -38,6 +38,7 @@
 #include <vtkXMLRectilinearGridReader.h>
 #include <vtkXMLStructuredGridReader.h>
 #include <vtkXMLUnstructuredGridReader.h>
+#include <vtksys/SystemTools.hxx>
 
 #include <cstdlib>
 
@@ -100,15 +101,14 @@ bool IsCompleteStl(const QString& path, QString* errorMessage)
     return true; // the reader names the problem
   }
   const QByteArray head = file.read(84);
-  if (head.trimmed().startsWith("solid"))
+  // The reader takes a file for binary by the share of non-text bytes at its start, whatever its
+  // first word says: decide the same way, so that a damaged text file is checked as the binary file
+  // the reader will take it for.
+  const bool readAsBinary = vtksys::SystemTools::DetectFileType(path.toLocal8Bit().constData()) ==
+                            vtksys::SystemTools::FileTypeBinary;
+  if (!readAsBinary)
   {
-    const qint64 expected =
-        head.size() == 84 ? 84 + 50 * qint64(qFromLittleEndian<quint32>(head.constData() + 80)) : -1;
-    // Some tools start binary files with "solid" too; the length tells them apart.
-    if (expected != file.size())
-    {
-      return true;
-    }
+    return true;
   }
   if (head.size() == 84)
   {

@@ -156,3 +156,28 @@ TEST(ZRVtkDamagedParallelFile, MissingPieceGivesMessage)
   EXPECT_EQ(utils::Read(summary, &message), nullptr);
   EXPECT_FALSE(message.isEmpty());
 }
+
+// A text STL with a run of non-text bytes near its start is taken for binary by the reader, which
+// would then allocate for the triangle count that the text's bytes spell: refused before that.
+TEST(ZRVtkDamagedStlFile, TextWithBinaryBytesIsCheckedAsTheBinaryFileTheReaderSees)
+{
+  QFile source(Fixture("vtk/tool_ascii.stl"));
+  ASSERT_TRUE(source.open(QIODevice::ReadOnly));
+  QByteArray bytes = source.readAll();
+  const int at = bytes.indexOf("outer loop", bytes.indexOf("outer loop") + 1);
+  ASSERT_GT(at, 0);
+  ASSERT_LT(at, 200);
+  bytes.replace(at + 6, 14, QByteArray(14, '\x80'));
+  QTemporaryDir dir;
+  const QString path = dir.filePath(QStringLiteral("flipped.stl"));
+  QFile copy(path);
+  ASSERT_TRUE(copy.open(QIODevice::WriteOnly));
+  copy.write(bytes);
+  copy.close();
+
+  QString message;
+  EXPECT_EQ(utils::Read(path, &message), nullptr);
+  EXPECT_TRUE(message.contains(QStringLiteral("announces"))) << message.toStdString();
+  // The intact text file still reads as text.
+  EXPECT_NE(utils::Read(Fixture("vtk/tool_ascii.stl"), &message), nullptr);
+}
