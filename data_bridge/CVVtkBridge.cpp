@@ -93,7 +93,9 @@ std::vector<IdType> keysOf(const AttributeMatrix* matrix)
   return matrix == nullptr ? std::vector<IdType>{} : matrix->getDataMap().getKeys();
 }
 
-// Why a geometry has no dataset (or what of it is left out), collected for the caller and the console.
+// Why a geometry has no dataset, or what of it is left out. The bridge passes the collected lines on
+// to the output pane; without a collector they go to standard output. The two lines of long standing
+// (multiple parents, wrong tuple counts) go to standard output in any case.
 class WrapMessages
 {
 public:
@@ -104,17 +106,30 @@ public:
   void add(const std::string& message)
   {
     std::cout << message << std::endl;
+    collect(message);
+  }
+  void report(const std::string& message)
+  {
+    if (m_Messages == nullptr)
+    {
+      std::cout << message << std::endl;
+    }
+    collect(message);
+  }
+  void noDataSet(const std::string& geometryName, const std::string& reason)
+  {
+    report(fmt::format("The geometry '{}' has no dataset: {}", geometryName, reason));
+  }
+
+private:
+  void collect(const std::string& message)
+  {
     if (m_Messages != nullptr)
     {
       m_Messages->push_back(message);
     }
   }
-  void noDataSet(const std::string& geometryName, const std::string& reason)
-  {
-    add(fmt::format("The geometry '{}' has no dataset: {}", geometryName, reason));
-  }
 
-private:
   std::vector<std::string>* m_Messages;
 };
 
@@ -368,8 +383,8 @@ vtkSmartPointer<vtkDataSet> createDataSet(const std::shared_ptr<IGeometry>& geom
   {
     if (depth == listDepth && !usableList(list))
     {
-      messages.add(fmt::format("The geometry '{}' is drawn without its cells: {}", name,
-                               unusableListReason(list, listName)));
+      messages.report(fmt::format("The geometry '{}' is drawn without its cells: {}", name,
+                                  unusableListReason(list, listName)));
     }
   };
   std::string problem;
