@@ -44,8 +44,9 @@ void fail(const QString& file, const QString& why)
   errorStream().flush();
 }
 
-// A pipeline whose messages go to standard error; imports report per array while they load.
-void routeMessages(VXPipeline& pipeline)
+// A pipeline whose output messages (warnings, progress) go to standard error as they come. A pop-up
+// is what a failed load says: it is kept in lastPopup and said once, with the file's name, by the caller.
+void routeMessages(VXPipeline& pipeline, QString& lastPopup)
 {
   QObject::connect(&pipeline, &VXPipeline::sendOutputMessage,
                    [](const QString& message)
@@ -54,15 +55,24 @@ void routeMessages(VXPipeline& pipeline)
                      errorStream().flush();
                    });
   QObject::connect(&pipeline, &VXPipeline::sendPopupMessage,
-                   [](const QString& title, const QString& message)
-                   {
-                     errorStream() << title << ": " << message << '\n';
-                     errorStream().flush();
-                   });
+                   [&lastPopup](const QString& title, const QString& message)
+                   { lastPopup = title + QStringLiteral(": ") + message; });
 }
 
-// Why a file gave no data, in words a user can act on.
-QString explainEmptyImport(const QString& path)
+// Says a kept pop-up of an import that gave data after all.
+void flushPopup(QString& lastPopup)
+{
+  if (!lastPopup.isEmpty())
+  {
+    errorStream() << lastPopup << '\n';
+    errorStream().flush();
+    lastPopup.clear();
+  }
+}
+
+// Why a file gave no data, in words a user can act on: the reader's own reason when it gave one (the
+// last line of the load error), else what can be found out here.
+QString explainEmptyImport(const QString& path, const QString& lastPopup)
 {
   const QFileInfo info(path);
   if (!info.exists())
@@ -72,6 +82,10 @@ QString explainEmptyImport(const QString& path)
   if (!info.isReadable())
   {
     return QStringLiteral("permission denied");
+  }
+  if (!lastPopup.isEmpty())
+  {
+    return lastPopup.split(QLatin1Char('\n'), Qt::SkipEmptyParts).last();
   }
   if (info.suffix().toLower() == QStringLiteral("kestrix"))
   {
@@ -248,18 +262,21 @@ int ViewerCommandLine::list(const QStringList& files)
 {
   QTextStream out(stdout);
   VXPipeline pipeline;
-  routeMessages(pipeline);
+  QString lastPopup;
+  routeMessages(pipeline, lastPopup);
   ViewerTreePrinter printer(out);
   int failures = 0;
   for (const QString& file : files)
   {
+    lastPopup.clear();
     VXBridgeObject* bridge = pipeline.importFile(file);
     if (!hasData(*bridge))
     {
-      fail(file, explainEmptyImport(file));
+      fail(file, explainEmptyImport(file, lastPopup));
       ++failures;
       continue;
     }
+    flushPopup(lastPopup);
     printer.print(*bridge);
   }
   return failures == 0 ? 0 : 1;
@@ -281,13 +298,15 @@ int ViewerCommandLine::convert(const QStringList& arguments)
   }
 
   VXPipeline pipeline;
-  routeMessages(pipeline);
+  QString lastPopup;
+  routeMessages(pipeline, lastPopup);
   VXBridgeObject* bridge = pipeline.importFile(input);
   if (!hasData(*bridge))
   {
-    fail(input, explainEmptyImport(input));
+    fail(input, explainEmptyImport(input, lastPopup));
     return 1;
   }
+  flushPopup(lastPopup);
   VXDataSource* chosen = nullptr;
   QStringList names;
   for (VXDataSource* dataSource : bridge->dataSources())
@@ -305,6 +324,13 @@ int ViewerCommandLine::convert(const QStringList& arguments)
                   << names.join(QStringLiteral(", ")) << '\n';
     errorStream().flush();
     return 2;
+  }
+  if (chosen == nullptr && names.contains(geometryName))
+  {
+    errorStream() << "kestrix-viewer: the geometry '" << geometryName << "' of '" << input
+                  << "' could not be made into a dataset (the reason is above)\n";
+    errorStream().flush();
+    return 1;
   }
   if (chosen == nullptr)
   {

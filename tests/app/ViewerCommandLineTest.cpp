@@ -1,5 +1,6 @@
 // The viewer's scriptable modes, run as a user's script runs them.
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QRegularExpression>
@@ -143,4 +144,43 @@ TEST(ViewerCommandLine, ConvertsByOutputExtension)
   result = runViewer({"--convert", fixture("vtk/image.vti"), dir.filePath("out.xyz")});
   EXPECT_EQ(result.exitCode, 1);
   EXPECT_TRUE(result.err.contains(QStringLiteral("no writer for files ending in '.xyz'")));
+}
+
+TEST(ViewerCommandLine, EachUnreadableFileIsNamedOnceWithItsReason)
+{
+  QTemporaryDir dir;
+  const QString truncated = dir.filePath("truncated.vtu");
+  const QString fakePng = dir.filePath("fake.png");
+  {
+    QFile source(fixture("vtk/unstructured.vtu"));
+    ASSERT_TRUE(source.open(QIODevice::ReadOnly));
+    QFile file(truncated);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(source.readAll().left(300));
+    QFile fake(fakePng);
+    ASSERT_TRUE(fake.open(QIODevice::WriteOnly));
+    fake.write("this is no image at all");
+  }
+  const RunResult result = runViewer({"--list", truncated, fakePng, fixture("vtk/poly.vtp")}, false);
+  EXPECT_EQ(result.exitCode, 1);
+  const QStringList lines = result.err.split('\n', Qt::SkipEmptyParts);
+  for (const QString& file : {truncated, fakePng})
+  {
+    QStringList naming;
+    for (const QString& line : lines)
+    {
+      if (line.contains(QFileInfo(file).fileName()))
+      {
+        naming << line;
+      }
+    }
+    ASSERT_EQ(naming.size(), 1) << result.err.toStdString();
+    EXPECT_TRUE(naming.front().startsWith(QStringLiteral("kestrix-viewer: cannot read '%1': ").arg(file)));
+    EXPECT_FALSE(naming.front().endsWith(QStringLiteral("the file holds no readable dataset")))
+        << naming.front().toStdString();
+  }
+  // VTK's own dumps stay out of a quiet run; the readable file is listed.
+  EXPECT_FALSE(result.err.contains(QStringLiteral("vtkXMLUnstructuredGridReader")))
+      << result.err.toStdString();
+  EXPECT_TRUE(result.out.contains(QStringLiteral("[vtkPolyData]")));
 }
