@@ -138,6 +138,12 @@ int ViewerApplication::run(int argc, char** argv)
     return 2;
   }
 
+  if (parser.isSet(screenshotOption) && qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
+  {
+    // No one uses the screenshot mode's window through assistive technology, and without a session
+    // bus Qt's accessibility bridge would have libdbus start dbus-launch on the first widget text.
+    qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+  }
   ViewerMainWindow window;
   window.setDataViewChoice(choice);
   const QStringList files = parser.positionalArguments();

@@ -48,6 +48,8 @@
 #include <QInputDialog>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QOpenGLContext>
+#include <QOpenGLFunctions>
 #include <QTimer>
 
 #include <algorithm>
@@ -94,6 +96,19 @@ bool readVector(const nlohmann::json& in, const char* const names[3], double out
     out[i] = in.at(names[i]).get<double>();
   }
   return true;
+}
+
+/** Mesa's CPU rasterizers, where each extra sample costs a full pass of fragment work. */
+bool isSoftwareRasterizer(const QString& renderer)
+{
+  for (const char* name : {"llvmpipe", "softpipe", "swrast", "SWR"})
+  {
+    if (renderer.contains(QLatin1String(name), Qt::CaseInsensitive))
+    {
+      return true;
+    }
+  }
+  return false;
 }
 
 } // namespace
@@ -450,6 +465,23 @@ void VXVisualizationWidget::resizeEvent(QResizeEvent* e)
 {
   VXGLWidget::resizeEvent(e);
   recenterToolbar();
+}
+
+void VXVisualizationWidget::initializeGL()
+{
+  VXGLWidget::initializeGL();
+  // Multisampling is cheap on a GPU, but on a CPU rasterizer it multiplies the cost of every frame
+  // and of the first one most (resolve shaders are compiled on first use). There the lines are
+  // drawn aliased instead. The render buffers are made on the first frame, which comes after this.
+  QOpenGLContext* context = QOpenGLContext::currentContext();
+  if (context != nullptr && renderWindow() != nullptr)
+  {
+    const auto* renderer = reinterpret_cast<const char*>(context->functions()->glGetString(GL_RENDERER));
+    if (renderer != nullptr && isSoftwareRasterizer(QString::fromLatin1(renderer)))
+    {
+      renderWindow()->SetMultiSamples(0);
+    }
+  }
 }
 
 void VXVisualizationWidget::recenterToolbar()

@@ -185,6 +185,7 @@ protected:
   void mouseDoubleClickEvent(QMouseEvent* e) override;
   void focusInEvent(QFocusEvent* e) override;
   void resizeEvent(QResizeEvent* e) override;
+  void initializeGL() override;
 
 private:
   void setupGui();
