@@ -74,6 +74,10 @@ void flushPopup(QString& lastPopup)
 // last line of the load error), else what can be found out here.
 QString explainEmptyImport(const QString& path, const QString& lastPopup)
 {
+  if (!lastPopup.isEmpty())
+  {
+    return lastPopup.split(QLatin1Char('\n'), Qt::SkipEmptyParts).last();
+  }
   const QFileInfo info(path);
   if (!info.exists())
   {
@@ -82,10 +86,6 @@ QString explainEmptyImport(const QString& path, const QString& lastPopup)
   if (!info.isReadable())
   {
     return QStringLiteral("permission denied");
-  }
-  if (!lastPopup.isEmpty())
-  {
-    return lastPopup.split(QLatin1Char('\n'), Qt::SkipEmptyParts).last();
   }
   if (info.suffix().toLower() == QStringLiteral("kestrix"))
   {
