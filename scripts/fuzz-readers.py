@@ -47,10 +47,10 @@ LEGACY_KEYWORDS = (b"POINTS|CELLS|POLYGONS|LINES|VERTICES|TRIANGLE_STRIPS|CELL_T
 
 
 # ---------------------------------------------------------------------------------------------
-# Seeds
+# Origins
 
 
-class Seed:
+class Origin:
     """A valid file and the files that must lie beside it (pieces of a parallel file)."""
 
     def __init__(self, name, data, companions=None, kind=None):
@@ -104,7 +104,7 @@ def raw_appended_variants(name, data):
     offsets = [int(m.group(1)) for m in re.finditer(rb'offset="(\d+)"', head)]
     try:
         arrays = base64_blocks(payload, offsets, header_size)
-    except Exception:  # a seed the converter does not follow stays as it is
+    except Exception:  # an origin the converter does not follow stays as it is
         return []
     out = []
     for compressed in (True, False):
@@ -131,12 +131,12 @@ def raw_appended_variants(name, data):
             new_head = new_head.replace(b' compressor="vtkZLibDataCompressor"', b"")
         text = new_head + b'<AppendedData encoding="raw">\n   _' + b"".join(blobs) + b"\n  </AppendedData>\n</VTKFile>\n"
         stem, ext = name.rsplit(".", 1)
-        out.append(Seed("%s_%s.%s" % (stem, "rawz" if compressed else "raw", ext), text))
+        out.append(Origin("%s_%s.%s" % (stem, "rawz" if compressed else "raw", ext), text))
     return out
 
 
-def collect_seeds(args, work):
-    seeds = []
+def collect_origins(args, work):
+    origins = []
     vtk_dir = os.path.join(ROOT, "tests", "data", "vtk")
     image_dir = os.path.join(ROOT, "tests", "data", "images")
     for directory in (vtk_dir, image_dir, os.path.join(vtk_dir, "meshio")):
@@ -148,39 +148,39 @@ def collect_seeds(args, work):
             if not os.path.isfile(path) or suffix_of(name).startswith("pvt") or name.startswith("parallel_"):
                 continue
             data = read(path)
-            seeds.append(Seed(name, data))
+            origins.append(Origin(name, data))
             if suffix_of(name) in XML_SUFFIXES or (suffix_of(name) == "vtk" and data.startswith(b"<?xml")):
-                seeds.extend(raw_appended_variants(name, data))
+                origins.extend(raw_appended_variants(name, data))
     kestrix = args.kestrix or make_kestrix(args, work)
     if kestrix:
-        seeds.append(Seed(os.path.basename(kestrix), read(kestrix)))
+        origins.append(Origin(os.path.basename(kestrix), read(kestrix)))
     if args.formats:
         wanted = set(args.formats.split(","))
-        seeds = [s for s in seeds if s.kind in wanted or suffix_of(s.name) in wanted]
-    return seeds
+        origins = [s for s in origins if s.kind in wanted or suffix_of(s.name) in wanted]
+    return origins
 
 
 def make_kestrix(args, work):
     sample = os.path.join(os.path.dirname(args.viewer), "kestrix-sample")
     if not os.path.exists(sample):
-        print("note: %s not found, no .kestrix seed" % sample, file=sys.stderr)
+        print("note: %s not found, no .kestrix origin" % sample, file=sys.stderr)
         return None
-    out = os.path.join(work, "seed.kestrix")
+    out = os.path.join(work, "origin.kestrix")
     subprocess.run([sample, out, "--size", "6"], stdout=subprocess.DEVNULL, check=True)
     return out
 
 
 # ---------------------------------------------------------------------------------------------
-# Mutations: each takes (rng, seed) and gives (description, new bytes, companions to write)
+# Mutations: each takes (rng, origin) and gives (description, new bytes, companions to write)
 
 
-def truncate(rng, seed):
-    cut = rng.randrange(0, max(1, len(seed.data)))
-    return "truncated at %d of %d" % (cut, len(seed.data)), seed.data[:cut]
+def truncate(rng, origin):
+    cut = rng.randrange(0, max(1, len(origin.data)))
+    return "truncated at %d of %d" % (cut, len(origin.data)), origin.data[:cut]
 
 
-def bit_flip(rng, seed):
-    data = bytearray(seed.data)
+def bit_flip(rng, origin):
+    data = bytearray(origin.data)
     # Most damage that matters sits in headers: half of the flips go to the first 512 bytes.
     flips = rng.randint(1, 12)
     where = []
@@ -192,8 +192,8 @@ def bit_flip(rng, seed):
     return "bits flipped at %s" % ",".join(map(str, sorted(where))), bytes(data)
 
 
-def overwrite(rng, seed):
-    data = bytearray(seed.data)
+def overwrite(rng, origin):
+    data = bytearray(origin.data)
     at = rng.randrange(len(data))
     count = rng.randint(1, 16)
     fill = rng.choice([0x00, 0xFF, 0x7F, 0x80, None])
@@ -202,9 +202,9 @@ def overwrite(rng, seed):
     return "%d bytes overwritten at %d" % (count, at), bytes(data)
 
 
-def xml_numeric_attribute(rng, seed):
-    head_end = seed.data.find(b"<AppendedData")
-    head = seed.data if head_end < 0 else seed.data[:head_end]
+def xml_numeric_attribute(rng, origin):
+    head_end = origin.data.find(b"<AppendedData")
+    head = origin.data if head_end < 0 else origin.data[:head_end]
     fields = list(re.finditer(rb'(WholeExtent|Extent|NumberOfComponents|NumberOfTuples|NumberOfPoints|'
                               rb'NumberOfCells|NumberOfVerts|NumberOfLines|NumberOfStrips|NumberOfPolys|'
                               rb'offset|GhostLevel|Spacing|Origin)="([^"]*)"', head))
@@ -221,37 +221,37 @@ def xml_numeric_attribute(rng, seed):
         i = rng.randrange(len(values))
         values[i] = b"%d" % rng.choice(EVIL_NUMBERS)
     new = field.group(1) + b'="' + b" ".join(values) + b'"'
-    data = seed.data[:field.start()] + new + seed.data[field.end():]
+    data = origin.data[:field.start()] + new + origin.data[field.end():]
     return "%s set to '%s'" % (field.group(1).decode(), b" ".join(values).decode()), data
 
 
-def xml_added_attribute(rng, seed):
-    arrays = list(re.finditer(rb"<P?DataArray ", seed.data))
+def xml_added_attribute(rng, origin):
+    arrays = list(re.finditer(rb"<P?DataArray ", origin.data))
     if not arrays:
         return None
     at = rng.choice(arrays).end()
     name = rng.choice([b"NumberOfComponents", b"NumberOfTuples"])
     value = rng.choice([2147483647, 2147483648, 1 << 31 | 3, -1, 0, 1 << 33])
-    if re.match(rb"[^>]*" + name, seed.data[at:]):
-        data = seed.data[:at] + re.sub(name + rb'="[^"]*"', name + b'="%d"' % value, seed.data[at:], count=1)
+    if re.match(rb"[^>]*" + name, origin.data[at:]):
+        data = origin.data[:at] + re.sub(name + rb'="[^"]*"', name + b'="%d"' % value, origin.data[at:], count=1)
     else:
-        data = seed.data[:at] + name + b'="%d" ' % value + seed.data[at:]
+        data = origin.data[:at] + name + b'="%d" ' % value + origin.data[at:]
     return "%s of one array set to %d" % (name.decode(), value), data
 
 
-def xml_type(rng, seed):
-    fields = list(re.finditer(rb'(<P?DataArray[^>]*? type=")(\w+)"', seed.data))
+def xml_type(rng, origin):
+    fields = list(re.finditer(rb'(<P?DataArray[^>]*? type=")(\w+)"', origin.data))
     if not fields:
         return None
     field = rng.choice(fields)
     new_type = rng.choice([t for t in XML_TYPES if t.encode() != field.group(2)])
-    data = seed.data[:field.start(2)] + new_type.encode() + seed.data[field.end(2):]
+    data = origin.data[:field.start(2)] + new_type.encode() + origin.data[field.end(2):]
     return "array type %s changed to %s" % (field.group(2).decode(), new_type), data
 
 
-def xml_block_header(rng, seed):
+def xml_block_header(rng, origin):
     """Edits the block header of one compressed or sized array in raw appended data."""
-    parts = xml_appended_arrays(seed.data)
+    parts = xml_appended_arrays(origin.data)
     if parts is None or parts[2] != b"raw":
         return None
     head, payload, _ = parts
@@ -264,24 +264,24 @@ def xml_block_header(rng, seed):
     compressed = b"compressor=" in head
     words = 4 if compressed else 1
     word = rng.randrange(words)
-    start = len(seed.data) - len(payload) + offset + word * size
-    if start + size > len(seed.data):
+    start = len(origin.data) - len(payload) + offset + word * size
+    if start + size > len(origin.data):
         return None
     value = rng.choice([v for v in EVIL_NUMBERS if 0 <= v < (1 << (8 * size))] + [1 << 16, 3, 1])
-    data = seed.data[:start] + struct.pack(fmt, value) + seed.data[start + size:]
+    data = origin.data[:start] + struct.pack(fmt, value) + origin.data[start + size:]
     names = ["block count", "block size", "last block size", "first compressed block size"]
     what = names[word] if compressed else "byte count"
     return "%s of the array at offset %d set to %d" % (what, offset, value), data
 
 
-def legacy_header(rng, seed):
-    lines = list(re.finditer(rb"^(" + LEGACY_KEYWORDS + rb")([ \t][^\n]*)?\n", seed.data, re.M))
+def legacy_header(rng, origin):
+    lines = list(re.finditer(rb"^(" + LEGACY_KEYWORDS + rb")([ \t][^\n]*)?\n", origin.data, re.M))
     # Field array lines: NAME COMPONENTS TUPLES TYPE
-    lines += list(re.finditer(rb"^(\S+) (\d+) (\d+) (\w+)\s*\n", seed.data, re.M))
+    lines += list(re.finditer(rb"^(\S+) (\d+) (\d+) (\w+)\s*\n", origin.data, re.M))
     choice = rng.random()
     if choice < 0.1:
         version = rng.choice([b"1.0", b"2.0", b"3.0", b"4.2", b"5.1", b"5.2", b"9.9", b"-1.0", b"2147483648.0"])
-        data = re.sub(rb"Version [\d.]+", b"Version " + version, seed.data, count=1)
+        data = re.sub(rb"Version [\d.]+", b"Version " + version, origin.data, count=1)
         return "version set to %s" % version.decode(), data
     if not lines:
         return None
@@ -298,32 +298,32 @@ def legacy_header(rng, seed):
     else:
         return None
     new = b" ".join(tokens) + b"\n"
-    data = seed.data[:line.start()] + new + seed.data[line.end():]
+    data = origin.data[:line.start()] + new + origin.data[line.end():]
     return "header line '%s' became '%s'" % (line.group(0).strip().decode(errors="replace")[:60],
                                              new.strip().decode(errors="replace")[:60]), data
 
 
-def binary_field(rng, seed, fields):
+def binary_field(rng, origin, fields):
     """Sets one little- or big-endian integer field of a binary header to an evil value."""
     offset, size, endian, name = rng.choice(fields)
-    if offset + size > len(seed.data):
+    if offset + size > len(origin.data):
         return None
     value = rng.choice([0, 1, 0x7FFF, 0xFFFF, 0x7FFFFFFF, 0xFFFFFFFF, 0x80000000, 65536, 3]) & ((1 << (8 * size)) - 1)
     packed = value.to_bytes(size, endian)
-    data = seed.data[:offset] + packed + seed.data[offset + size:]
+    data = origin.data[:offset] + packed + origin.data[offset + size:]
     return (name, value, offset, data)
 
 
-def image_header(rng, seed):
-    d = seed.data
+def image_header(rng, origin):
+    d = origin.data
     if d.startswith(b"BM"):
         fields = [(2, 4, "little", "file size"), (10, 4, "little", "pixel offset"), (14, 4, "little", "info size"),
                   (18, 4, "little", "width"), (22, 4, "little", "height"), (26, 2, "little", "planes"),
                   (28, 2, "little", "bits per pixel"), (30, 4, "little", "compression"),
                   (46, 4, "little", "palette size")]
-        result = binary_field(rng, seed, fields)
+        result = binary_field(rng, origin, fields)
     elif d.startswith(b"\x89PNG"):
-        result = binary_field(rng, seed, [(16, 4, "big", "width"), (20, 4, "big", "height"),
+        result = binary_field(rng, origin, [(16, 4, "big", "width"), (20, 4, "big", "height"),
                                           (24, 1, "big", "bit depth"), (25, 1, "big", "colour type"),
                                           (33, 4, "big", "first chunk length")])
         if result and result[2] < 29:  # keep the IHDR checksum right so that libpng reads on
@@ -339,16 +339,16 @@ def image_header(rng, seed):
             entry = ifd + 2 + 12 * i
             tag = int.from_bytes(d[entry:entry + 2], endian)
             fields += [(entry + 4, 4, endian, "count of tag %d" % tag), (entry + 8, 4, endian, "value of tag %d" % tag)]
-        result = binary_field(rng, seed, fields)
+        result = binary_field(rng, origin, fields)
     elif d.startswith(b"\xff\xd8"):
         sof = re.search(rb"\xff[\xc0-\xc2]", d)
         if not sof:
             return None
         s = sof.start()
-        result = binary_field(rng, seed, [(s + 5, 2, "big", "height"), (s + 7, 2, "big", "width"),
+        result = binary_field(rng, origin, [(s + 5, 2, "big", "height"), (s + 7, 2, "big", "width"),
                                           (s + 9, 1, "big", "components"), (s + 2, 2, "big", "frame header length")])
-    elif suffix_of(seed.name) == "stl" and not d.lstrip().startswith(b"solid"):
-        result = binary_field(rng, seed, [(80, 4, "little", "triangle count")])
+    elif suffix_of(origin.name) == "stl" and not d.lstrip().startswith(b"solid"):
+        result = binary_field(rng, origin, [(80, 4, "little", "triangle count")])
     else:
         return None
     if result is None:
@@ -357,13 +357,13 @@ def image_header(rng, seed):
     return "%s (byte %d) set to %d" % (name, offset, value), data
 
 
-def hdf5_header(rng, seed):
+def hdf5_header(rng, origin):
     """Damages the bytes after an attribute or dataset name: datatype and dataspace messages sit there."""
-    names = list(re.finditer(rb"[A-Za-z_][A-Za-z0-9_ ]{3,40}\0", seed.data))
+    names = list(re.finditer(rb"[A-Za-z_][A-Za-z0-9_ ]{3,40}\0", origin.data))
     if not names:
         return None
     name = rng.choice(names)
-    data = bytearray(seed.data)
+    data = bytearray(origin.data)
     at = name.end() + rng.randrange(0, 40)
     if at + 4 > len(data):
         return None
@@ -380,7 +380,7 @@ def hdf5_header(rng, seed):
     return "%s at %d after the name '%s'" % (what, at, name.group(0)[:-1].decode(errors="replace")), bytes(data)
 
 
-def hdf5_attribute(rng, seed):
+def hdf5_attribute(rng, origin):
     """Gives one HDF5 attribute a wrong type, shape or value (needs h5py; skipped without it)."""
     try:
         import h5py
@@ -388,7 +388,7 @@ def hdf5_attribute(rng, seed):
     except ImportError:
         return None
     with tempfile.NamedTemporaryFile(suffix=".kestrix", delete=False) as f:
-        f.write(seed.data)
+        f.write(origin.data)
         path = f.name
     try:
         with h5py.File(path, "r+") as h5:
@@ -423,10 +423,10 @@ def hdf5_attribute(rng, seed):
         os.unlink(path)
 
 
-def mutators_for(seed):
+def mutators_for(origin):
     generic = [truncate, bit_flip, overwrite]
-    suffix = suffix_of(seed.name)
-    if seed.data.startswith(b"<?xml") or suffix in XML_SUFFIXES:
+    suffix = suffix_of(origin.name)
+    if origin.data.startswith(b"<?xml") or suffix in XML_SUFFIXES:
         return generic + [xml_numeric_attribute, xml_numeric_attribute, xml_added_attribute, xml_type,
                           xml_block_header, xml_block_header]
     if suffix == "vtk":
@@ -512,9 +512,9 @@ def backtrace_place(args, command, cwd):
 def main():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--viewer", default=os.path.join(ROOT, "build", "bin", "kestrix-viewer"))
-    parser.add_argument("--kestrix", help="a .kestrix seed; by default one is written with kestrix-sample --size 6")
+    parser.add_argument("--kestrix", help="a .kestrix origin; by default one is written with kestrix-sample --size 6")
     parser.add_argument("--count", type=int, default=2000, help="number of variants (default 2000)")
-    parser.add_argument("--seed", type=int, default=None, help="random seed (default: from the clock)")
+    parser.add_argument("--random-state", type=int, default=None, help="random state (default: from the clock)")
     parser.add_argument("--timeout", type=float, default=20, help="seconds per run (default 20)")
     parser.add_argument("--memory", type=int, default=2048, help="address-space limit per run in MB (default 2048)")
     parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1)
@@ -523,15 +523,15 @@ def main():
     parser.add_argument("--out", help="directory for failing variants (default: a temporary one)")
     parser.add_argument("--places", action="store_true", help="name the crashing function of each crash under gdb")
     parser.add_argument("--quick", action="store_true",
-                        help="the test suite's run: seed 1, 200 variants, --list only, 10 s, 1536 MB")
+                        help="the test suite's run: origin 1, 200 variants, --list only, 10 s, 1536 MB")
     args = parser.parse_args()
     if args.quick:
-        args.seed = 1 if args.seed is None else args.seed
+        args.random_state = 1 if args.random_state is None else args.random_state
         args.count = 200 if args.count == 2000 else args.count
         args.timeout = min(args.timeout, 10)
         args.memory = 1536
-    if args.seed is None:
-        args.seed = int(time.time())
+    if args.random_state is None:
+        args.random_state = int(time.time())
     if not os.access(args.viewer, os.X_OK):
         print("no viewer at %s (build the kestrix-viewer target)" % args.viewer, file=sys.stderr)
         return 2
@@ -541,21 +541,21 @@ def main():
     os.makedirs(out_dir, exist_ok=True)
     started = time.time()
     try:
-        seeds = collect_seeds(args, work)
-        if not seeds:
-            print("no seed files", file=sys.stderr)
+        origins = collect_origins(args, work)
+        if not origins:
+            print("no origin files", file=sys.stderr)
             return 2
-        rng = random.Random(args.seed)
+        rng = random.Random(args.random_state)
         variants = []
         for number in range(args.count):
-            seed = seeds[number % len(seeds)]
+            origin = origins[number % len(origins)]
             for _ in range(20):
-                mutated = rng.choice(mutators_for(seed))(rng, seed)
-                if mutated is not None and mutated[1] != seed.data:
+                mutated = rng.choice(mutators_for(origin))(rng, origin)
+                if mutated is not None and mutated[1] != origin.data:
                     break
             else:
                 continue
-            variants.append((number, seed, mutated[0], mutated[1]))
+            variants.append((number, origin, mutated[0], mutated[1]))
         results = run_all(args, work, variants)
     finally:
         pass
@@ -563,29 +563,29 @@ def main():
     counts = collections.Counter()
     by_kind = collections.defaultdict(collections.Counter)
     failures = []
-    for (number, seed, description, data), outcomes in results:
+    for (number, origin, description, data), outcomes in results:
         for mode, (outcome, stderr, command, cwd) in outcomes.items():
             counts[outcome.status] += 1
-            by_kind[seed.kind][outcome.status] += 1
+            by_kind[origin.kind][outcome.status] += 1
             if outcome.status in ("crash", "hang", "memory"):
-                kept = os.path.join(out_dir, "%05d-%s" % (number, seed.name))
+                kept = os.path.join(out_dir, "%05d-%s" % (number, origin.name))
                 shutil.copytree(cwd, kept, dirs_exist_ok=True)
                 place = backtrace_place(args, command, cwd) if args.places and outcome.status == "crash" else ""
-                failures.append((outcome, mode, seed, description, kept, place, stderr))
+                failures.append((outcome, mode, origin, description, kept, place, stderr))
 
     elapsed = time.time() - started
-    print("fuzzed %d variants of %d seed files in %.1f s (seed %d, %d s and %d MB per run)"
-          % (len(results), len(seeds), elapsed, args.seed, args.timeout, args.memory))
+    print("fuzzed %d variants of %d origin files in %.1f s (random state %d, %d s and %d MB per run)"
+          % (len(results), len(origins), elapsed, args.random_state, args.timeout, args.memory))
     statuses = ["ok", "rejected", "crash", "hang", "memory"]
     print("%-10s" % "format" + "".join("%10s" % s for s in statuses))
     for kind in sorted(by_kind):
         print("%-10s" % kind + "".join("%10d" % by_kind[kind][s] for s in statuses))
     print("%-10s" % "all" + "".join("%10d" % counts[s] for s in statuses))
     places = collections.Counter()
-    for outcome, mode, seed, description, kept, place, stderr in failures:
+    for outcome, mode, origin, description, kept, place, stderr in failures:
         last = [l for l in stderr.decode(errors="replace").splitlines() if l.strip()][-1:] or [""]
         print("%s (%s) %s [%s]: %s%s\n    kept in %s\n    last message: %s"
-              % (outcome.status.upper(), outcome.detail, seed.name, mode, description,
+              % (outcome.status.upper(), outcome.detail, origin.name, mode, description,
                  " at " + place if place else "", kept, last[0][:200]))
         if place:
             places[place] += 1
@@ -603,15 +603,15 @@ def run_all(args, work, variants):
     from concurrent.futures import ThreadPoolExecutor
 
     def one(variant):
-        number, seed, description, data = variant
+        number, origin, description, data = variant
         cwd = os.path.join(work, "v%05d" % number)
         os.makedirs(cwd, exist_ok=True)
-        for name, companion in seed.companions.items():
+        for name, companion in origin.companions.items():
             with open(os.path.join(cwd, name), "wb") as f:
                 f.write(companion)
-        with open(os.path.join(cwd, seed.name), "wb") as f:
+        with open(os.path.join(cwd, origin.name), "wb") as f:
             f.write(data)
-        target = seed.name
+        target = origin.name
         outcomes = {}
         command = [args.viewer, "--list", target]
         outcome, stderr = run_viewer(args, command, cwd)
