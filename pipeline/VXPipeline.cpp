@@ -164,11 +164,13 @@ VXRepresentation::Type VXPipeline::DefaultRepresentationType(VXDataSource* dataS
     {
       return VXRepresentation::Outline;
     }
-    switch (polyData->GetCellType(0))
+    // The first polygon's size tells its type; GetCellType would build the cell map of the whole
+    // polydata (eight bytes a cell) just to answer this.
+    switch (polyData->GetPolys()->GetCellSize(0))
     {
-    case VTK_TRIANGLE:
+    case 3:
       return s_DefaultTriangleRepType;
-    case VTK_QUAD:
+    case 4:
       return s_DefaultQuadRepType;
     default:
       return s_DefaultRepType;

@@ -116,7 +116,6 @@ bool isSoftwareRasterizer(const QString& renderer)
 VXVisualizationWidget::VXVisualizationWidget(QWidget* parent, int numRenderLayers)
     : VXGLWidget(parent)
     , m_NumRenderLayers(numRenderLayers)
-    , m_GridAxesWidget(nullptr)
 {
   setupGui();
 }
@@ -378,9 +377,37 @@ void VXVisualizationWidget::setupCubeAxesActor()
     }
   }
   updateGridAxesBounds(true);
-  m_GridAxesWidget.setShowGrid(m_GridAxesActor->GetGenerateGrid());
-  connect(&m_GridAxesWidget, &VXGridAxesWidget::apply, this, &VXVisualizationWidget::applyGridAxesEdits,
-          Qt::UniqueConnection);
+  if (m_GridAxesWidget != nullptr)
+  {
+    m_GridAxesWidget->setShowGrid(m_GridAxesActor->GetGenerateGrid());
+  }
+}
+
+VXGridAxesWidget& VXVisualizationWidget::getGridAxesWidget()
+{
+  if (m_GridAxesWidget == nullptr)
+  {
+    m_GridAxesWidget = std::make_unique<VXGridAxesWidget>(nullptr);
+    m_GridAxesWidget->setShowGrid(m_GridAxesActor != nullptr && m_GridAxesActor->GetGenerateGrid());
+    connect(m_GridAxesWidget.get(), &VXGridAxesWidget::apply, this,
+            &VXVisualizationWidget::applyGridAxesEdits, Qt::UniqueConnection);
+  }
+  return *m_GridAxesWidget;
+}
+
+std::array<double, 3> VXVisualizationWidget::gridAxesSpacing() const
+{
+  return m_GridAxesWidget != nullptr ? m_GridAxesWidget->getSpacing()
+                                     : std::array<double, 3>{{0.0, 0.0, 0.0}};
+}
+
+bool VXVisualizationWidget::gridAxesShowGrid() const
+{
+  if (m_GridAxesWidget != nullptr)
+  {
+    return m_GridAxesWidget->getShowGrid();
+  }
+  return m_GridAxesActor != nullptr && m_GridAxesActor->GetGenerateGrid();
 }
 
 // ---------------------------------------------------------------------------------------------------
@@ -1054,9 +1081,10 @@ void VXVisualizationWidget::toggleGridAxes()
 
 void VXVisualizationWidget::editGridAxes()
 {
-  m_GridAxesWidget.setShowGrid(m_GridAxesActor != nullptr && m_GridAxesActor->GetGenerateGrid());
-  m_GridAxesWidget.setSpacing(m_GridAxesWidget.getSpacing());
-  if (m_GridAxesWidget.exec() == 1)
+  VXGridAxesWidget& dialog = getGridAxesWidget();
+  dialog.setShowGrid(m_GridAxesActor != nullptr && m_GridAxesActor->GetGenerateGrid());
+  dialog.setSpacing(dialog.getSpacing());
+  if (dialog.exec() == 1)
   {
     applyGridAxesEdits();
   }
@@ -1111,7 +1139,7 @@ void VXVisualizationWidget::applyGridAxesEdits()
     return;
   }
   applyGridSpacingLabels();
-  m_GridAxesActor->SetGenerateGrid(m_GridAxesWidget.getShowGrid());
+  m_GridAxesActor->SetGenerateGrid(gridAxesShowGrid());
   renderThroughInteractor();
 }
 
@@ -1121,7 +1149,7 @@ void VXVisualizationWidget::applyGridSpacingLabels()
   {
     return;
   }
-  const std::array<double, 3> spacing = m_GridAxesWidget.getSpacing();
+  const std::array<double, 3> spacing = gridAxesSpacing();
   const double* bounds = m_GridAxesActor->GetGridBounds();
   for (int axis = 0; axis < 3; ++axis)
   {
@@ -1362,12 +1390,12 @@ void VXVisualizationWidget::saveState(nlohmann::json& output) const
   vtkCamera* camera = m_Renderer->GetActiveCamera();
   output[keys::k_ParallelProjection] = camera->GetParallelProjection();
   output[keys::k_GlobalGridAxes] = m_GridAxesAction != nullptr && m_GridAxesAction->isChecked();
-  const auto spacing = m_GridAxesWidget.getSpacing();
+  const auto spacing = gridAxesSpacing();
   for (int i = 0; i < 3; ++i)
   {
     output[keys::k_GridSpacing[i]] = spacing[i];
   }
-  output[keys::k_GridShowLines] = m_GridAxesWidget.getShowGrid();
+  output[keys::k_GridShowLines] = gridAxesShowGrid();
   output[keys::k_OwnContextMenu] = m_UseOwnContextMenu;
   output[keys::k_CheckContextMenu] = m_CheckContextMenu;
   output[keys::k_NumRenderLayers] = m_NumRenderLayers;
@@ -1410,11 +1438,11 @@ void VXVisualizationWidget::loadState(const nlohmann::json& input)
   double spacing[3];
   if (readVector(input, keys::k_GridSpacing, spacing))
   {
-    m_GridAxesWidget.setSpacing({{spacing[0], spacing[1], spacing[2]}});
+    getGridAxesWidget().setSpacing({{spacing[0], spacing[1], spacing[2]}});
   }
   if (input.contains(keys::k_GridShowLines))
   {
-    m_GridAxesWidget.setShowGrid(input.at(keys::k_GridShowLines).get<bool>());
+    getGridAxesWidget().setShowGrid(input.at(keys::k_GridShowLines).get<bool>());
   }
   if (input.contains(keys::k_OwnContextMenu))
   {

@@ -13,6 +13,7 @@
 
 #include <array>
 #include <functional>
+#include <memory>
 #include <set>
 #include <utility>
 
@@ -65,7 +66,9 @@ public:
   VXPickerCallback* getPickerCallback() const;
   VXVisualizationToolbarWidget* getToolbar() const { return m_Toolbar; }
   VXGridAxesActor* getGridAxesActor() const;
-  VXGridAxesWidget& getGridAxesWidget() { return m_GridAxesWidget; }
+  /** The grid options dialog; made on first use, since most windows never open it. */
+  VXGridAxesWidget& getGridAxesWidget();
+  bool hasGridAxesWidget() const { return m_GridAxesWidget != nullptr; }
   vtkActor* getFocalPointActor() const;
   vtkCursor3D* getFocalPointSource() const;
   VXViewCubeWidget* getCameraOrientationWidget() const;
@@ -198,6 +201,8 @@ private:
   void setFocalPointCursor(const double point[3]);
   void createContextMenuActions();
   void applyGridSpacingLabels();
+  std::array<double, 3> gridAxesSpacing() const;
+  bool gridAxesShowGrid() const;
   QImage grabTransparentImage();
   void updateOverlayDraw();
   void beginCapture();
@@ -245,7 +250,7 @@ private:
   vtkSmartPointer<VXPickerCallback> m_PickerCallback;
   vtkSmartPointer<VXViewCubeWidget> m_CameraOrientationWidget;
   VXVisualizationToolbarWidget* m_Toolbar = nullptr;
-  VXGridAxesWidget m_GridAxesWidget;
+  std::unique_ptr<VXGridAxesWidget> m_GridAxesWidget;
 
   static VXVisualizationWidget* s_LinkingWidget;
 };

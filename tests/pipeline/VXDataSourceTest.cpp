@@ -9,11 +9,16 @@
 #include "views/VXViewWidget.h"
 
 #include <vtkAlgorithmOutput.h>
+#include <vtkCellArray.h>
 #include <vtkCellData.h>
 #include <vtkDoubleArray.h>
 #include <vtkFloatArray.h>
 #include <vtkImageData.h>
+#include <vtkNew.h>
 #include <vtkPointData.h>
+#include <vtkPoints.h>
+#include <vtkPolyData.h>
+#include <vtkSmartPointer.h>
 #include <vtkTrivialProducer.h>
 #include <vtkUnsignedCharArray.h>
 
@@ -28,6 +33,10 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <cmath>
+#include <utility>
+#include <vector>
 
 namespace
 {
@@ -128,6 +137,57 @@ TEST(VXDataSource, NullDatasetGivesEmptyAnswers)
   EXPECT_TRUE(source.getComponentNames("RGB").isEmpty());
   EXPECT_EQ(source.baseName(), QStringLiteral("Unnamed Geometry"));
   EXPECT_EQ(VXPipeline::DefaultRepresentationType(&source), VXPipeline::getDefaultRepType());
+}
+
+namespace
+{
+// Polygons of one size each: three make triangles, four quads, five a pentagon.
+vtkSmartPointer<vtkPolyData> makePolygons(int corners)
+{
+  auto polyData = vtkSmartPointer<vtkPolyData>::New();
+  vtkNew<vtkPoints> points;
+  vtkNew<vtkCellArray> polys;
+  for (int cell = 0; cell < 2; ++cell)
+  {
+    std::vector<vtkIdType> ids;
+    for (int corner = 0; corner < corners; ++corner)
+    {
+      const double angle = 6.283185307179586 * corner / corners;
+      ids.push_back(points->InsertNextPoint(std::cos(angle), std::sin(angle), cell));
+    }
+    polys->InsertNextCell(static_cast<vtkIdType>(ids.size()), ids.data());
+  }
+  polyData->SetPoints(points);
+  polyData->SetPolys(polys);
+  return polyData;
+}
+} // namespace
+
+TEST(VXDataSource, DefaultViewOfPolygonsFollowsTheirSizeWithoutBuildingTheCellMap)
+{
+  const VXRepresentation::Type triangle = VXPipeline::getDefaultTriangleRepType();
+  const VXRepresentation::Type quad = VXPipeline::getDefaultQuadRepType();
+  const VXRepresentation::Type other = VXPipeline::getDefaultRepType();
+  VXPipeline::setDefaultTriangleRepType(VXRepresentation::Surface);
+  VXPipeline::setDefaultQuadRepType(VXRepresentation::Wireframe);
+  VXPipeline::setDefaultRepType(VXRepresentation::Points);
+
+  const std::pair<int, VXRepresentation::Type> cases[] = {
+      {3, VXRepresentation::Surface}, {4, VXRepresentation::Wireframe}, {5, VXRepresentation::Points}};
+  for (const auto& [corners, expected] : cases)
+  {
+    VXDataSource source;
+    source.setDataSet(makePolygons(corners));
+    EXPECT_EQ(VXPipeline::DefaultRepresentationType(&source), expected) << corners << " corners";
+    // The map from cell id to cell costs eight bytes a cell; a large mesh should not get one here.
+    auto* polyData = vtkPolyData::SafeDownCast(source.getOutput());
+    ASSERT_NE(polyData, nullptr);
+    EXPECT_TRUE(polyData->NeedToBuildCells()) << corners << " corners";
+  }
+
+  VXPipeline::setDefaultTriangleRepType(triangle);
+  VXPipeline::setDefaultQuadRepType(quad);
+  VXPipeline::setDefaultRepType(other);
 }
 
 TEST(VXDataSource, NameComesFromDatasetAndGoesBack)

@@ -149,6 +149,49 @@ TEST_F(VXVisualizationWidgetTest, TwoRenderRequestsBeforeTheEventLoopRunGiveOneF
   EXPECT_EQ(counter.frames(), 2 * framesForTwoRequests);
 }
 
+TEST_F(VXVisualizationWidgetTest, GridAxesDialogIsMadeWhenFirstAskedFor)
+{
+  // A window that nobody asks for grid options has no dialog, and still saves the defaults.
+  EXPECT_FALSE(m_Window->hasGridAxesWidget());
+  nlohmann::json defaults;
+  m_Window->saveState(defaults);
+  EXPECT_EQ(defaults["global_grid_axes_spacingx"], 0.0);
+  EXPECT_EQ(defaults["global_grid_axes_show_grid_lines"], false);
+  EXPECT_FALSE(m_Window->hasGridAxesWidget());
+
+  // "Edit Axes Grid" opens it; OK applies its values to the grid actor.
+  QTimer::singleShot(
+      0,
+      []
+      {
+        auto* dialog = qobject_cast<VXGridAxesWidget*>(QApplication::activeModalWidget());
+        ASSERT_NE(dialog, nullptr);
+        EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Grid Axes Options"));
+        dialog->findChild<QLineEdit*>(QStringLiteral("spacingX"))->setText(QStringLiteral("0.5"));
+        dialog->findChild<QCheckBox*>(QStringLiteral("showGridCheckBox"))->setChecked(true);
+        dialog->onOkButtonClicked();
+      });
+  m_Window->editGridAxes();
+  ASSERT_TRUE(m_Window->hasGridAxesWidget());
+  EXPECT_TRUE(m_Window->getGridAxesActor()->GetGenerateGrid());
+  EXPECT_TRUE(m_Window->getGridAxesActor()->GetUseCustomLabels(0));
+  EXPECT_FALSE(m_Window->getGridAxesActor()->GetUseCustomLabels(1));
+
+  // Apply of the lazily made dialog still reaches the window.
+  m_Window->getGridAxesWidget().setShowGrid(false);
+  Q_EMIT m_Window->getGridAxesWidget().apply();
+  EXPECT_FALSE(m_Window->getGridAxesActor()->GetGenerateGrid());
+
+  // Loading spacing into a fresh window makes its dialog with the loaded values.
+  auto other = makeShownWindow();
+  nlohmann::json saved;
+  m_Window->saveState(saved);
+  EXPECT_EQ(saved["global_grid_axes_spacingx"], 0.5);
+  other->loadState(saved);
+  ASSERT_TRUE(other->hasGridAxesWidget());
+  EXPECT_EQ(other->getGridAxesWidget().getSpacing()[0], 0.5);
+}
+
 TEST_F(VXVisualizationWidgetTest, StateRoundTripsThroughJson)
 {
   camera()->SetPosition(10.0, 20.0, 30.0);
