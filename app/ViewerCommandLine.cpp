@@ -3,7 +3,7 @@
 #include "app/ViewerTreePrinter.h"
 
 #include "data_bridge/ZRVtkDatasetWriters.h"
-#include "data_bridge/zr_contract/KestrixIO.h"
+#include "data_bridge/zr_contract/KestrixReaderLoader.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
@@ -89,7 +89,7 @@ QString explainEmptyImport(const QString& path, const QString& lastPopup)
   }
   if (info.suffix().toLower() == QStringLiteral("kestrix"))
   {
-    auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false);
+    auto result = zr::core::KESTRIX::LoadDataStructureFromFile(path.toStdString(), false);
     if (!result.valid() && !result.errors().empty())
     {
       return QString::fromStdString(result.errors().front().message);

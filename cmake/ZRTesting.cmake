@@ -9,7 +9,8 @@ function(zr_add_gtest)
   add_executable(${T_NAME} ${T_SOURCES})
   set_target_properties(${T_NAME} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON
     RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  target_link_libraries(${T_NAME} PRIVATE ${T_LIBS} GTest::gtest GTest::gmock)
+  # Tests write and read .kestrix files directly, so they link the reader rather than load it.
+  target_link_libraries(${T_NAME} PRIVATE ${T_LIBS} zorekestrix GTest::gtest GTest::gmock)
   target_include_directories(${T_NAME} PRIVATE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/tests)
   target_compile_definitions(${T_NAME} PRIVATE
     ZR_TEST_DATA_DIR="${PROJECT_SOURCE_DIR}/tests/data"

@@ -3,7 +3,7 @@
 #include "data_bridge/CVVtkBridge.h"
 #include "data_bridge/zr_contract/DataStructure.h"
 #include "data_bridge/zr_contract/IGeometry.h"
-#include "data_bridge/zr_contract/KestrixIO.h"
+#include "data_bridge/zr_contract/KestrixReaderLoader.h"
 #include "pipeline/VXDataSource.h"
 
 #include <algorithm>
@@ -72,7 +72,7 @@ void VXBridgeObject::reportMultipleParents(const QString& geometryName)
 std::shared_ptr<zr::core::DataStructure>
 VXBridgeObject::ReadKestrixFile(const QString& path, const std::function<void(const std::string&)>& progress)
 {
-  auto result = zr::core::KESTRIX::ImportDataStructureFromFile(path.toStdString(), false, progress);
+  auto result = zr::core::KESTRIX::LoadDataStructureFromFile(path.toStdString(), false, progress);
   if (!result.valid())
   {
     return nullptr;

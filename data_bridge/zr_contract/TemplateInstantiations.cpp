@@ -4,15 +4,13 @@
 #include "data_bridge/zr_contract/DataStore.h"
 #include "data_bridge/zr_contract/EmptyDataStore.h"
 #include "data_bridge/zr_contract/NeighborList.h"
-#include "data_bridge/zr_contract/OutOfCoreDataStore.h"
 
 namespace zr::core
 {
 #define ZR_INSTANTIATE_STORES(TYPE)                                                                          \
   template class DataStore<TYPE>;                                                                            \
   template class EmptyDataStore<TYPE>;                                                                       \
-  template class DataArray<TYPE>;                                                                            \
-  template class OutOfCoreDataStore<TYPE>;
+  template class DataArray<TYPE>;
 
 ZR_INSTANTIATE_STORES(std::int8_t)
 ZR_INSTANTIATE_STORES(std::uint8_t)
