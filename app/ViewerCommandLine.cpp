@@ -1,5 +1,6 @@
 #include "app/ViewerCommandLine.h"
 
+#include "app/ViewerDataViewChoice.h"
 #include "app/ViewerTreePrinter.h"
 
 #include "data_bridge/ZRVtkDatasetWriters.h"
@@ -260,6 +261,7 @@ int ViewerCommandLine::run(const QStringList& arguments)
 
 int ViewerCommandLine::list(const QStringList& files)
 {
+  ViewerDataViewChoice::UseViewerDefaults(); // the default views a window would show
   QTextStream out(stdout);
   VXPipeline pipeline;
   QString lastPopup;

@@ -66,6 +66,19 @@ QStringList arrayNames(vtkDataSet* dataSet)
 }
 } // namespace
 
+void ViewerDataViewChoice::UseViewerDefaults()
+{
+  VXPipeline::setDefaultRepType(VXRepresentation::Surface);
+  VXPipeline::setDefaultImageGeomRepType(VXRepresentation::Surface);
+  VXPipeline::setDefaultRectGridRepType(VXRepresentation::Surface);
+  VXPipeline::setDefaultVertexRepType(VXRepresentation::Points);
+  VXPipeline::setDefaultEdgeRepType(VXRepresentation::Wireframe);
+  VXPipeline::setDefaultTriangleRepType(VXRepresentation::Surface);
+  VXPipeline::setDefaultQuadRepType(VXRepresentation::Surface);
+  VXPipeline::setDefaultHexRepType(VXRepresentation::Surface);
+  VXPipeline::setDefaultTetRepType(VXRepresentation::Surface);
+}
+
 bool ViewerDataViewChoice::setView(const QString& name, QString* error)
 {
   if (!k_ViewNames.contains(name.toLower()))

@@ -19,6 +19,9 @@ class VXBridgeObject;
 class ViewerDataViewChoice
 {
 public:
+  /** @brief The viewer's own default views: faces where there are faces, points and lines otherwise. */
+  static void UseViewerDefaults();
+
   bool setView(const QString& name, QString* error);
   bool setColorBy(const QString& text, QString* error);
   bool setPreset(const QString& name, QString* error);

@@ -26,20 +26,6 @@
 
 #include <nlohmann/json.hpp>
 
-void ViewerMainWindow::useViewerDefaultDataViews()
-{
-  // A viewer shows what a file holds: faces where there are faces, points and lines otherwise.
-  VXPipeline::setDefaultRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultImageGeomRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultRectGridRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultVertexRepType(VXRepresentation::Points);
-  VXPipeline::setDefaultEdgeRepType(VXRepresentation::Wireframe);
-  VXPipeline::setDefaultTriangleRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultQuadRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultHexRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultTetRepType(VXRepresentation::Surface);
-}
-
 ViewerMainWindow::ViewerMainWindow(QWidget* parent)
     : QMainWindow(parent)
     , m_Pipeline(new VXPipeline(this))
@@ -62,7 +48,7 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
   addDockWidget(Qt::BottomDockWidgetArea, dock);
   resizeDocks({dock}, {140}, Qt::Vertical);
 
-  useViewerDefaultDataViews();
+  ViewerDataViewChoice::UseViewerDefaults();
   statusBar()->setObjectName(QStringLiteral("statusBar")); // made now so the layout does not jump later
 
   connect(m_Pipeline, &VXPipeline::sendOutputMessage, this, &ViewerMainWindow::appendOutput);

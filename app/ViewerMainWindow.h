@@ -59,7 +59,6 @@ protected:
   void dropEvent(QDropEvent* event) override;
 
 private:
-  static void useViewerDefaultDataViews();
   ViewerDataViewChoice m_DataViewChoice;
   void createMenus();
   void connectView(VXAbstractViewWidget* view);
