@@ -194,6 +194,11 @@ enum class RawRead
 template<class T>
 RawRead ReadPlainValues(const HDF5::FileIO& fileIO, hid_t dataset, DataStore<T>& store)
 {
+  if (fileIO.isWritable())
+  {
+    // HDF5 may still hold written values in its own buffers.
+    return RawRead::NotPlain;
+  }
   const std::optional<HDF5::RawStorage> storage =
       HDF5::FindRawStorage(dataset, HDF5::NativeType(GetDataType<T>()), store.getSize() * sizeof(T));
   if (!storage.has_value())

@@ -420,3 +420,30 @@ TYPED_TEST(CVArrayLoadedRanges, RangesTakenWhileLoadingEqualTheWrapScan)
     }
   }
 }
+
+TEST(CVArray, RangesOfArraysHdf5HadToDecodeAndOfPlainOnesFromAnotherWriter)
+{
+  // Written by h5py (tests/data/kestrix/make-kestrix-fixtures.py): a chunked, compressed array is
+  // decoded by HDF5 and scanned at wrap time; a plain one behind a user block comes with its ranges.
+  Result<DataStructure> imported =
+      KESTRIX::ImportDataStructureFromFile(ZR_TEST_DATA_DIR "/kestrix/foreign_layouts.kestrix", false);
+  ASSERT_TRUE(imported.valid());
+  const double inf = std::numeric_limits<double>::infinity();
+
+  auto* angles = imported.value().getDataAs<DataArray<float>>(DataPath({"Chunked Angles"}));
+  ASSERT_NE(angles, nullptr);
+  EXPECT_EQ(angles->getInMemoryStore()->getComponentRanges(), nullptr);
+  auto angleArray = wrap(angles);
+  EXPECT_EQ(cachedRange(angleArray, vtkAbstractArray::PER_COMPONENT(), 0), std::make_pair(-40.0, 108.5));
+  EXPECT_EQ(cachedRange(angleArray, vtkAbstractArray::PER_COMPONENT(), 1), std::make_pair(-39.5, inf));
+  EXPECT_EQ(cachedRange(angleArray, vtkAbstractArray::PER_COMPONENT(), 2), std::make_pair(-inf, 0.0));
+
+  auto* heights = imported.value().getDataAs<DataArray<double>>(DataPath({"Plain Heights"}));
+  ASSERT_NE(heights, nullptr);
+  EXPECT_NE(heights->getInMemoryStore()->getComponentRanges(), nullptr);
+  auto heightArray = wrap(heights);
+  EXPECT_EQ(cachedRange(heightArray, vtkAbstractArray::PER_FINITE_COMPONENT(), 0),
+            std::make_pair(-inf, heights->getValue(116)));
+  EXPECT_EQ(cachedRange(heightArray, vtkAbstractArray::PER_FINITE_COMPONENT(), 1),
+            std::make_pair(heights->getValue(1), 5.0));
+}
