@@ -17,6 +17,7 @@
 
 #include <cmath>
 #include <cstring>
+#include <optional>
 #include <stdexcept>
 #include <typeinfo>
 
@@ -128,7 +129,15 @@ void Array<T>::MoveDataStoreFromZorelibDataArray(zr::core::DataArray<T>* dataArr
   {
     return;
   }
-  setStore(std::dynamic_pointer_cast<StoreType>(dataArray->getSharedDataStore()));
+  auto store = std::dynamic_pointer_cast<StoreType>(dataArray->getSharedDataStore());
+  // Ranges the loader took while the values were in cache. They are copied before setStore, whose
+  // writable pointer makes the store drop them.
+  std::optional<zr::core::ComponentRanges<T>> knownRanges;
+  if (const zr::core::ComponentRanges<T>* ranges = store ? store->getComponentRanges() : nullptr)
+  {
+    knownRanges = *ranges;
+  }
+  setStore(std::move(store));
   if (!m_DataStore)
   {
     return;
@@ -137,7 +146,14 @@ void Array<T>::MoveDataStoreFromZorelibDataArray(zr::core::DataArray<T>* dataArr
   this->SetNumberOfComponents(static_cast<int>(m_DataStore->getNumberOfComponents()));
   this->Size = static_cast<vtkIdType>(elementCount());
   this->MaxId = this->Size - 1;
-  ComputeMinMaxValuesInternal();
+  if (knownRanges.has_value() && knownRanges->getNumberOfComponents() == m_DataStore->getNumberOfComponents())
+  {
+    cacheComponentRanges(knownRanges->minima(), knownRanges->maxima());
+  }
+  else
+  {
+    ComputeMinMaxValuesInternal();
+  }
   adoptStoreShape();
   ZRVtk::SetObjectName(this, dataArray->getName());
 }
@@ -162,15 +178,24 @@ void Array<T>::ComputeMinMaxValuesInternal()
     tbb::parallel_reduce(tbb::blocked_range<unsigned long>(0, numTuples), functor, tbb::auto_partitioner(),
                          context);
   }
+  cacheComponentRanges(functor.minima(), functor.maxima());
+}
 
+template<typename T>
+void Array<T>::cacheComponentRanges(const std::vector<T>& minima, const std::vector<T>& maxima)
+{
+  const usize numComponents = minima.size();
+  if (numComponents == 0)
+  {
+    return;
+  }
   vtkNew<vtkInformationVector> finiteRanges;
   vtkNew<vtkInformationVector> ranges;
   finiteRanges->SetNumberOfInformationObjects(static_cast<int>(numComponents));
   ranges->SetNumberOfInformationObjects(static_cast<int>(numComponents));
   for (usize comp = 0; comp < numComponents; ++comp)
   {
-    const double range[2] = {static_cast<double>(functor.minima()[comp]),
-                             static_cast<double>(functor.maxima()[comp])};
+    const double range[2] = {static_cast<double>(minima[comp]), static_cast<double>(maxima[comp])};
     finiteRanges->GetInformationObject(static_cast<int>(comp))
         ->Set(vtkDataArray::COMPONENT_RANGE(), range, 2);
     ranges->GetInformationObject(static_cast<int>(comp))->Set(vtkDataArray::COMPONENT_RANGE(), range, 2);

@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace CV
 {
@@ -58,7 +59,8 @@ public:
 
   /**
    * Computes the per-component ranges once, in parallel, and caches them in the array's information
-   * so that VTK never scans the data for a range itself.
+   * so that VTK never scans the data for a range itself. Sharing a store that already knows its
+   * ranges (the loader takes them while reading) caches those instead of scanning.
    */
   void ComputeMinMaxValuesInternal();
 
@@ -88,6 +90,8 @@ private:
   void setStore(std::shared_ptr<StoreType> store);
   void adoptStoreShape(); // steps shared by sharing and (re)allocation
   zr::core::usize elementCount() const;
+  // Stores (minimum, maximum) per component under PER_FINITE_COMPONENT and PER_COMPONENT.
+  void cacheComponentRanges(const std::vector<T>& minima, const std::vector<T>& maxima);
 
   std::shared_ptr<StoreType> m_DataStore;
   // Points into the store's buffer when the store is a plain DataStore<T>, whose getValue and

@@ -1,8 +1,10 @@
 #pragma once
 
 #include "data_bridge/zr_contract/AbstractDataStore.h"
+#include "data_bridge/zr_contract/ComponentRanges.h"
 
 #include <algorithm>
+#include <atomic>
 #include <memory>
 #include <optional>
 
@@ -41,6 +43,8 @@ public:
       , m_NumComponents(other.m_NumComponents)
       , m_NumTuples(other.m_NumTuples)
       , m_InitValue(other.m_InitValue)
+      , m_ComponentRanges(other.m_ComponentRanges)
+      , m_RangesValid(other.m_RangesValid.load(std::memory_order_relaxed))
   {
     allocate();
     std::copy_n(other.m_Data.get(), this->getSize(), m_Data.get());
@@ -60,6 +64,7 @@ public:
   // Keeps the leading values; new tuples get the initial value when there is one.
   void resizeTuples(const ShapeType& tupleShape) override
   {
+    dataChanged();
     const usize oldSize = this->getSize();
     auto oldData = std::move(m_Data);
     m_TupleShape = tupleShape;
@@ -69,7 +74,11 @@ public:
   }
 
   T getValue(usize index) const override { return m_Data[index]; }
-  void setValue(usize index, T value) override { m_Data[index] = value; }
+  void setValue(usize index, T value) override
+  {
+    m_Data[index] = value;
+    dataChanged();
+  }
   T at(usize index) const override
   {
     if (index >= this->getSize())
@@ -79,18 +88,39 @@ public:
     }
     return m_Data[index];
   }
-  void fill(T value) override { std::fill_n(m_Data.get(), this->getSize(), value); }
+  void fill(T value) override
+  {
+    std::fill_n(m_Data.get(), this->getSize(), value);
+    dataChanged();
+  }
   void copyIntoBuffer(usize start, T* buffer, usize count) const override
   {
     std::copy_n(m_Data.get() + start, count, buffer);
   }
 
-  T* data() { return m_Data.get(); }
+  // Each non-const access may write, so it drops the known ranges.
+  T* data()
+  {
+    dataChanged();
+    return m_Data.get();
+  }
   const T* data() const { return m_Data.get(); }
-  T& operator[](usize index) { return m_Data[index]; }
+  T& operator[](usize index)
+  {
+    dataChanged();
+    return m_Data[index];
+  }
   const T& operator[](usize index) const { return m_Data[index]; }
-  T* begin() { return m_Data.get(); }
-  T* end() { return m_Data.get() + this->getSize(); }
+  T* begin()
+  {
+    dataChanged();
+    return m_Data.get();
+  }
+  T* end()
+  {
+    dataChanged();
+    return m_Data.get() + this->getSize();
+  }
   const T* begin() const { return m_Data.get(); }
   const T* end() const { return m_Data.get() + this->getSize(); }
 
@@ -100,7 +130,36 @@ public:
     return std::make_unique<DataStore<T>>(ShapeType{0}, m_ComponentShape, m_InitValue);
   }
 
+  /**
+   * Per-component minima and maxima that whoever filled the buffer gathered on the way, so that
+   * consumers need not scan the values again. Null unless they are known to hold: every write, and
+   * every non-const access to the buffer, drops them.
+   */
+  const ComponentRanges<T>* getComponentRanges() const
+  {
+    return m_RangesValid.load(std::memory_order_acquire) ? &*m_ComponentRanges : nullptr;
+  }
+  // For the one who just filled the buffer, before the store is shared. Ignored unless the ranges
+  // have this store's component count.
+  void setComponentRanges(ComponentRanges<T> ranges)
+  {
+    if (ranges.getNumberOfComponents() == m_NumComponents)
+    {
+      m_ComponentRanges = std::move(ranges);
+      m_RangesValid.store(true, std::memory_order_release);
+    }
+  }
+
 private:
+  // Only a flag is cleared (never the ranges freed), so writers on several threads may all call it.
+  void dataChanged()
+  {
+    if (m_RangesValid.load(std::memory_order_relaxed))
+    {
+      m_RangesValid.store(false, std::memory_order_relaxed);
+    }
+  }
+
   void allocate()
   {
     const usize size = ShapeProduct({m_NumTuples, m_NumComponents});
@@ -118,5 +177,7 @@ private:
   usize m_NumComponents = 0;
   usize m_NumTuples = 0;
   std::optional<T> m_InitValue;
+  std::optional<ComponentRanges<T>> m_ComponentRanges;
+  std::atomic<bool> m_RangesValid{false};
 };
 } // namespace zr::core

@@ -1,5 +1,7 @@
 #include "data_bridge/zr_contract/HDF5Utilities.h"
 
+#include <sys/stat.h>
+
 #include <mutex>
 
 namespace zr::core::HDF5
@@ -379,5 +381,43 @@ bool ReadFlat(hid_t dataset, hid_t memoryType, std::uint64_t start, std::uint64_
 bool WriteFlat(hid_t dataset, hid_t memoryType, std::uint64_t start, std::uint64_t count, const void* buffer)
 {
   return TransferFlat(dataset, memoryType, start, count, nullptr, buffer);
+}
+
+std::optional<RawStorage> FindRawStorage(hid_t dataset, hid_t memoryType, std::uint64_t expectedBytes)
+{
+  LockGuard lock(GlobalMutex());
+  ScopedId creation(H5Dget_create_plist(dataset), H5Pclose);
+  if (!creation.valid() || H5Pget_layout(creation.get()) != H5D_CONTIGUOUS ||
+      H5Pget_nfilters(creation.get()) != 0 || H5Pget_external_count(creation.get()) != 0)
+  {
+    return std::nullopt;
+  }
+  ScopedId storedType(H5Dget_type(dataset), H5Tclose);
+  if (!storedType.valid() || H5Tequal(storedType.get(), memoryType) <= 0)
+  {
+    return std::nullopt;
+  }
+  const haddr_t offset = H5Dget_offset(dataset);
+  if (offset == HADDR_UNDEF || H5Dget_storage_size(dataset) != expectedBytes)
+  {
+    return std::nullopt;
+  }
+  ScopedId file(H5Iget_file_id(dataset), H5Fclose);
+  ScopedId access(file.valid() ? H5Fget_access_plist(file.get()) : -1, H5Pclose);
+  if (!access.valid() || H5Pget_driver(access.get()) != H5FD_SEC2)
+  {
+    return std::nullopt;
+  }
+  // The descriptor is only asked which file it is; the values are read through a descriptor of the
+  // caller's own.
+  void* handle = nullptr;
+  struct stat status = {};
+  if (H5Fget_vfd_handle(file.get(), access.get(), &handle) < 0 || handle == nullptr ||
+      ::fstat(*static_cast<int*>(handle), &status) != 0)
+  {
+    return std::nullopt;
+  }
+  return RawStorage{offset, static_cast<std::uint64_t>(status.st_dev),
+                    static_cast<std::uint64_t>(status.st_ino)};
 }
 } // namespace zr::core::HDF5

@@ -66,4 +66,16 @@ std::optional<std::uint64_t> FlatDatasetSize(hid_t dataset);
 // Reads or writes count elements at start of a one-dimensional dataset.
 bool ReadFlat(hid_t dataset, hid_t memoryType, std::uint64_t start, std::uint64_t count, void* buffer);
 bool WriteFlat(hid_t dataset, hid_t memoryType, std::uint64_t start, std::uint64_t count, const void* buffer);
+
+// Where the values of a dataset lie in its file as plain bytes, and which file that is.
+struct RawStorage
+{
+  std::uint64_t offset = 0;
+  std::uint64_t device = 0;
+  std::uint64_t inode = 0;
+};
+// Set only when the stored bytes are the values as memoryType holds them: contiguous layout, no
+// filters, no external files, space allocated, exactly expectedBytes, in a file that HDF5 opened
+// through its POSIX driver (so that the offset is a plain file offset).
+std::optional<RawStorage> FindRawStorage(hid_t dataset, hid_t memoryType, std::uint64_t expectedBytes);
 } // namespace zr::core::HDF5

@@ -15,6 +15,8 @@
 #include "data_bridge/zr_contract/NeighborList.h"
 #include "data_bridge/zr_contract/OutOfCoreDataStore.h"
 #include "data_bridge/zr_contract/QuadGeom.h"
+#include "data_bridge/zr_contract/RawValuesReader.h"
+#include "data_bridge/zr_contract/ReadOnlyFile.h"
 #include "data_bridge/zr_contract/RectGridGeom.h"
 #include "data_bridge/zr_contract/StringArray.h"
 #include "data_bridge/zr_contract/TetrahedralGeom.h"
@@ -179,6 +181,44 @@ Result<ScopedId> OpenFlatDataset(hid_t file, const std::string& h5Path, DataType
   return std::move(dataset);
 }
 
+enum class RawRead
+{
+  Done,
+  NotPlain,
+  Failed
+};
+
+// Values stored as plain bytes of the store's own type are read without HDF5, through a descriptor of
+// our own, and their ranges are taken on the way (see ReadRawValuesWithRanges). Anything else (chunked,
+// compressed, another byte order) is left to HDF5.
+template<class T>
+RawRead ReadPlainValues(const HDF5::FileIO& fileIO, hid_t dataset, DataStore<T>& store)
+{
+  if (fileIO.isWritable())
+  {
+    // HDF5 may still hold written values in its own buffers.
+    return RawRead::NotPlain;
+  }
+  const std::optional<HDF5::RawStorage> storage =
+      HDF5::FindRawStorage(dataset, HDF5::NativeType(GetDataType<T>()), store.getSize() * sizeof(T));
+  if (!storage.has_value())
+  {
+    return RawRead::NotPlain;
+  }
+  const ReadOnlyFile file(fileIO.getFilePath());
+  if (!file.isSameFile(storage->device, storage->inode))
+  {
+    // Not the file HDF5 has open (replaced since, or a path we cannot reopen).
+    return RawRead::NotPlain;
+  }
+  return ReadRawValuesWithRanges(file, storage->offset, store) ? RawRead::Done : RawRead::Failed;
+}
+
+std::string DamagedValuesMessage(const std::string& h5Path)
+{
+  return fmt::format("Reading the values of '{}' failed: the file is damaged or truncated", h5Path);
+}
+
 template<class T>
 Result<std::shared_ptr<AbstractDataStore<T>>> LoadStore(const HDF5::FileIO& fileIO, const std::string& h5Path,
                                                         const ShapeType& tupleShape,
@@ -211,11 +251,23 @@ Result<std::shared_ptr<AbstractDataStore<T>>> LoadStore(const HDF5::FileIO& file
     return StoreResult(std::make_shared<OutOfCoreDataStore<T>>(reader.value(), tupleShape, componentShape));
   }
   auto store = std::make_shared<DataStore<T>>(tupleShape, componentShape, std::nullopt);
+  if constexpr (!std::is_same_v<T, bool>)
+  {
+    switch (ReadPlainValues(fileIO, dataset.value().get(), *store))
+    {
+    case RawRead::Done:
+      return StoreResult(std::move(store));
+    case RawRead::Failed:
+      return MakeErrorResult<std::shared_ptr<AbstractDataStore<T>>>(k_ValuesError,
+                                                                    DamagedValuesMessage(h5Path));
+    case RawRead::NotPlain:
+      break;
+    }
+  }
   if (!HDF5::ReadFlat(dataset.value().get(), HDF5::NativeType(GetDataType<T>()), 0, size, store->data()))
   {
-    return MakeErrorResult<std::shared_ptr<AbstractDataStore<T>>>(
-        k_ValuesError,
-        fmt::format("Reading the values of '{}' failed: the file is damaged or truncated", h5Path));
+    return MakeErrorResult<std::shared_ptr<AbstractDataStore<T>>>(k_ValuesError,
+                                                                  DamagedValuesMessage(h5Path));
   }
   if constexpr (std::is_same_v<T, bool>)
   {

@@ -4,6 +4,7 @@
 #include "data_bridge/ZRVtkObjectName.h"
 #include "data_bridge/zr_contract/DataArray.h"
 #include "data_bridge/zr_contract/DataStructure.h"
+#include "data_bridge/zr_contract/KestrixIO.h"
 
 #include <vtkArrayDispatch.h>
 #include <vtkArrayIteratorTemplate.h>
@@ -18,8 +19,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <limits>
+#include <optional>
 #include <stdexcept>
+#include <unistd.h>
 
 using namespace zr::core;
 
@@ -282,4 +286,164 @@ TEST(CVArray, WrapDataArrayCarriesTheTupleShape)
   auto* flags = DataArray<bool>::Create(ds, "Mask", {4}, {1});
   EXPECT_EQ(CV::VtkBridge::WrapDataArray(ds.getSharedData(flags->getId())), nullptr);
   EXPECT_EQ(CV::VtkBridge::WrapDataArray(nullptr), nullptr);
+}
+
+namespace
+{
+// (minimum, maximum) of a component as cached under a range key, or nothing.
+std::optional<std::pair<double, double>> cachedRange(vtkDataArray* array,
+                                                     vtkInformationInformationVectorKey* key, int comp)
+{
+  vtkInformation* info = array->GetInformation();
+  if (!info->Has(key) || info->Get(key)->GetNumberOfInformationObjects() <= comp)
+  {
+    return std::nullopt;
+  }
+  const double* range = info->Get(key)->GetInformationObject(comp)->Get(vtkDataArray::COMPONENT_RANGE());
+  return std::make_pair(range[0], range[1]);
+}
+} // namespace
+
+TEST(CVArray, WrapTakesTheRangesTheStoreKnowsInsteadOfScanning)
+{
+  DataStructure ds;
+  auto* host = makeArray<std::int16_t>(ds, "Known", {3}, {2}, {1, 2, 3, 4, 5, 6});
+  auto* store = host->getInMemoryStore();
+  ASSERT_NE(store, nullptr);
+  // Ranges that differ from the values show whether the wrap took them or scanned.
+  ComponentRanges<std::int16_t> known(2);
+  const std::int16_t told[4] = {-100, 50, 200, -7};
+  known.scan(told, 2);
+  store->setComponentRanges(known);
+
+  auto array = wrap(host);
+  for (vtkInformationInformationVectorKey* key :
+       {vtkAbstractArray::PER_COMPONENT(), vtkAbstractArray::PER_FINITE_COMPONENT()})
+  {
+    EXPECT_EQ(cachedRange(array, key, 0), std::make_pair(-100.0, 200.0));
+    EXPECT_EQ(cachedRange(array, key, 1), std::make_pair(-7.0, 50.0));
+  }
+  // The array can write into the store, so the store no longer vouches for them, and the next wrap
+  // scans the values.
+  EXPECT_EQ(store->getComponentRanges(), nullptr);
+  auto again = wrap(host);
+  EXPECT_EQ(cachedRange(again, vtkAbstractArray::PER_COMPONENT(), 0), std::make_pair(1.0, 5.0));
+  EXPECT_EQ(cachedRange(again, vtkAbstractArray::PER_COMPONENT(), 1), std::make_pair(2.0, 6.0));
+
+  // Ranges dropped by a write are never used.
+  store->setComponentRanges(known);
+  host->setValue(0, 9);
+  auto written = wrap(host);
+  EXPECT_EQ(cachedRange(written, vtkAbstractArray::PER_COMPONENT(), 0), std::make_pair(3.0, 9.0));
+}
+
+namespace
+{
+template<typename T>
+class CVArrayLoadedRanges : public ::testing::Test
+{
+};
+using NumericTypes = ::testing::Types<std::int8_t, std::uint8_t, std::int16_t, std::uint16_t, std::int32_t,
+                                      std::uint32_t, std::int64_t, std::uint64_t, float, double>;
+TYPED_TEST_SUITE(CVArrayLoadedRanges, NumericTypes);
+
+// Values from a .kestrix file: the type's extremes, and for floats NaN and infinities, one
+// component holding nothing but NaN.
+template<typename T>
+std::vector<T> extremeValues(usize numTuples, usize numComponents)
+{
+  std::vector<T> values(numTuples * numComponents);
+  for (usize i = 0; i < values.size(); ++i)
+  {
+    values[i] = static_cast<T>(static_cast<std::int64_t>((i * 53) % 97) - (std::is_signed_v<T> ? 40 : 0));
+  }
+  values[values.size() / 2] = std::numeric_limits<T>::lowest();
+  values[values.size() - 1] = std::numeric_limits<T>::max();
+  if constexpr (std::is_floating_point_v<T>)
+  {
+    values[1] = std::numeric_limits<T>::infinity();
+    values[values.size() / 3] = -std::numeric_limits<T>::infinity();
+    values[7] = std::numeric_limits<T>::quiet_NaN();
+    if (numComponents == 3)
+    {
+      for (usize tuple = 0; tuple < numTuples; ++tuple)
+      {
+        values[tuple * 3 + 2] = std::numeric_limits<T>::quiet_NaN();
+      }
+    }
+  }
+  return values;
+}
+} // namespace
+
+TYPED_TEST(CVArrayLoadedRanges, RangesTakenWhileLoadingEqualTheWrapScan)
+{
+  using T = TypeParam;
+  DataStructure original;
+  for (usize numComponents : {1, 3})
+  {
+    const std::vector<T> values = extremeValues<T>(1000, numComponents);
+    makeArray<T>(original, "Values" + std::to_string(numComponents), {1000}, {numComponents}, values);
+  }
+  const std::filesystem::path file = std::filesystem::temp_directory_path() /
+                                     ("zr_cvarray_ranges_" + std::to_string(::getpid()) + ".kestrix");
+  ASSERT_TRUE(KESTRIX::WriteDataStructureToFile(file, original).valid());
+  Result<DataStructure> imported = KESTRIX::ImportDataStructureFromFile(file, false);
+  std::filesystem::remove(file);
+  ASSERT_TRUE(imported.valid());
+
+  for (usize numComponents : {1, 3})
+  {
+    auto* host =
+        imported.value().getDataAs<DataArray<T>>(DataPath({"Values" + std::to_string(numComponents)}));
+    ASSERT_NE(host, nullptr);
+    ASSERT_NE(host->getInMemoryStore()->getComponentRanges(), nullptr) << "read without taking the ranges";
+    auto fromLoad = wrap(host);
+    ASSERT_EQ(host->getInMemoryStore()->getComponentRanges(), nullptr);
+    auto fromScan = wrap(host);
+    for (int comp = 0; comp < static_cast<int>(numComponents); ++comp)
+    {
+      for (vtkInformationInformationVectorKey* key :
+           {vtkAbstractArray::PER_COMPONENT(), vtkAbstractArray::PER_FINITE_COMPONENT()})
+      {
+        const auto loaded = cachedRange(fromLoad, key, comp);
+        const auto scanned = cachedRange(fromScan, key, comp);
+        ASSERT_TRUE(loaded.has_value() && scanned.has_value());
+        EXPECT_EQ(*loaded, *scanned) << "component " << comp;
+      }
+      double loadedRange[2];
+      double scannedRange[2];
+      fromLoad->GetRange(loadedRange, comp);
+      fromScan->GetRange(scannedRange, comp);
+      EXPECT_EQ(loadedRange[0], scannedRange[0]);
+      EXPECT_EQ(loadedRange[1], scannedRange[1]);
+    }
+  }
+}
+
+TEST(CVArray, RangesOfArraysHdf5HadToDecodeAndOfPlainOnesFromAnotherWriter)
+{
+  // Written by h5py (tests/data/kestrix/make-kestrix-fixtures.py): a chunked, compressed array is
+  // decoded by HDF5 and scanned at wrap time; a plain one behind a user block comes with its ranges.
+  Result<DataStructure> imported =
+      KESTRIX::ImportDataStructureFromFile(ZR_TEST_DATA_DIR "/kestrix/foreign_layouts.kestrix", false);
+  ASSERT_TRUE(imported.valid());
+  const double inf = std::numeric_limits<double>::infinity();
+
+  auto* angles = imported.value().getDataAs<DataArray<float>>(DataPath({"Chunked Angles"}));
+  ASSERT_NE(angles, nullptr);
+  EXPECT_EQ(angles->getInMemoryStore()->getComponentRanges(), nullptr);
+  auto angleArray = wrap(angles);
+  EXPECT_EQ(cachedRange(angleArray, vtkAbstractArray::PER_COMPONENT(), 0), std::make_pair(-40.0, 108.5));
+  EXPECT_EQ(cachedRange(angleArray, vtkAbstractArray::PER_COMPONENT(), 1), std::make_pair(-39.5, inf));
+  EXPECT_EQ(cachedRange(angleArray, vtkAbstractArray::PER_COMPONENT(), 2), std::make_pair(-inf, 0.0));
+
+  auto* heights = imported.value().getDataAs<DataArray<double>>(DataPath({"Plain Heights"}));
+  ASSERT_NE(heights, nullptr);
+  EXPECT_NE(heights->getInMemoryStore()->getComponentRanges(), nullptr);
+  auto heightArray = wrap(heights);
+  EXPECT_EQ(cachedRange(heightArray, vtkAbstractArray::PER_FINITE_COMPONENT(), 0),
+            std::make_pair(-inf, heights->getValue(116)));
+  EXPECT_EQ(cachedRange(heightArray, vtkAbstractArray::PER_FINITE_COMPONENT(), 1),
+            std::make_pair(heights->getValue(1), 5.0));
 }
