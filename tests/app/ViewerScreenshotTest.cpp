@@ -107,6 +107,19 @@ TEST(ViewerScreenshot, ViewColouringAndPresetFromTheCommandLine)
   ASSERT_EQ(wireframe.exitCode, 0) << wireframe.errors.toStdString();
   EXPECT_TRUE(matchesBaseline(QImage(shot), QStringLiteral("unstructured_height_wireframe_400x300")));
 
+  // Arrays of a .kestrix file can be named by their data path, as --list prints it.
+  const QString sample = QStringLiteral(ZR_TEST_BINARY_DIR "/data/sample.kestrix");
+  const ViewerRun byPath = runViewer(
+      {sample, QStringLiteral("--color-by"), QStringLiteral("Sample/Grains/Cell Data/EulerAngles:2"),
+       QStringLiteral("--screenshot"), shot, QStringLiteral("--size"), QStringLiteral("320x240")});
+  EXPECT_EQ(byPath.exitCode, 0) << byPath.errors.toStdString();
+  const ViewerRun wrongPath = runViewer({sample, QStringLiteral("--color-by"),
+                                         QStringLiteral("Sample/Grains/Cell Data/EulerAngles:3"),
+                                         QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(wrongPath.exitCode, 1);
+  EXPECT_TRUE(wrongPath.errors.contains(QStringLiteral("has 3 component(s)")))
+      << wrongPath.errors.toStdString();
+
   // Unknown names are refused with the names that exist.
   const ViewerRun badView = runViewer(
       {mesh, QStringLiteral("--view"), QStringLiteral("cubes"), QStringLiteral("--screenshot"), shot});
