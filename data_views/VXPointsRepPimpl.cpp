@@ -11,12 +11,14 @@
 #include <vtkAlgorithm.h>
 #include <vtkCellData.h>
 #include <vtkDataSet.h>
+#include <vtkDataSetSurfaceFilter.h>
 #include <vtkGeometryFilter.h>
 #include <vtkPointData.h>
 #include <vtkPolyData.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
 #include <vtkProperty2D.h>
+#include <vtkQuadricClustering.h>
 #include <vtkRenderer.h>
 #include <vtkScalarBarActor.h>
 #include <vtkScalarBarRepresentation.h>
@@ -130,6 +132,7 @@ bool VXPointsRepPimpl::connectInput(vtkAlgorithmOutput* inputPort)
     m_Mapper->SetInputConnection(m_GeometryFilter->GetOutputPort());
   }
   m_UniqueValues.clear();
+  m_DecimationStale = true;
   return true;
 }
 
@@ -137,6 +140,63 @@ void VXPointsRepPimpl::initialize(vtkAlgorithmOutput* inputPort)
 {
   VXOutlineRepPimpl::initialize(inputPort);
   setScalarBarVisibility(m_ScalarBarVisible);
+  if (m_UseDecimationOnInteraction)
+  {
+    decimateGeometry();
+  }
+}
+
+void VXPointsRepPimpl::decimateGeometry()
+{
+  vtkDataSet* dataSet = inputDataSet();
+  if (dataSet == nullptr)
+  {
+    return;
+  }
+  if (m_QuadricClustering == nullptr)
+  {
+    m_QuadricClustering = vtkSmartPointer<vtkQuadricClustering>::New();
+  }
+  if (vtkPolyData::SafeDownCast(dataSet) != nullptr)
+  {
+    m_QuadricClustering->SetInputConnection(m_InputPort);
+  }
+  else
+  {
+    // Other datasets are clustered from their outer surface, taken once here.
+    vtkNew<vtkDataSetSurfaceFilter> surface;
+    surface->SetInputData(dataSet);
+    surface->Update();
+    m_QuadricClustering->SetInputData(surface->GetOutput());
+  }
+  m_QuadricClustering->SetCopyCellData(1);
+  m_QuadricClustering->SetNumberOfDivisions(m_DecimationDivisions[0], m_DecimationDivisions[1],
+                                            m_DecimationDivisions[2]);
+  m_QuadricClustering->SetUseInputPoints(m_UseInputPoints);
+  m_QuadricClustering->SetUseFeatureEdges(m_UseFeatureEdges);
+  m_QuadricClustering->SetUseFeaturePoints(m_UseFeaturePoints);
+  m_QuadricClustering->SetUseInternalTriangles(m_UseInternalTriangles);
+  m_QuadricClustering->Update();
+  m_DecimationStale = false;
+}
+
+void VXPointsRepPimpl::trySetDecimatedDataSet()
+{
+  if (m_QuadricClustering == nullptr || m_DecimationStale)
+  {
+    return;
+  }
+  m_Mapper->SetInputConnection(m_QuadricClustering->GetOutputPort());
+}
+
+void VXPointsRepPimpl::trySetOriginalDataSet()
+{
+  if (m_InputPort == nullptr)
+  {
+    return;
+  }
+  m_Mapper->SetInputConnection(m_GeometryFilter != nullptr ? m_GeometryFilter->GetOutputPort()
+                                                           : m_InputPort.Get());
 }
 
 vtkDataSet* VXPointsRepPimpl::inputDataSet() const
@@ -490,6 +550,11 @@ void VXPointsRepPimpl::receivePipelineOutputReloaded()
 {
   // New data, new categories and (without a custom range) a new data range.
   m_UniqueValues.clear();
+  m_DecimationStale = true;
+  if (m_UseDecimationOnInteraction)
+  {
+    decimateGeometry();
+  }
   updateColoring();
 }
 

@@ -14,6 +14,7 @@ class VXLookupTable;
 class vtkDataArray;
 class vtkDataSet;
 class vtkGeometryFilter;
+class vtkQuadricClustering;
 class vtkScalarBarWidget;
 
 /**
@@ -42,6 +43,9 @@ public:
   void copySettings(const VXRepresentationPimpl* other) override;
   void applySettings() override;
   void receivePipelineOutputReloaded() override;
+  void decimateGeometry() override;
+  void trySetDecimatedDataSet() override;
+  void trySetOriginalDataSet() override;
   void writeSettings(QtZRSettings& settings) const override;
   void readSettings(QtZRSettings& settings) override;
   using VXRepresentationPimpl::copySettings;
@@ -90,6 +94,7 @@ protected:
   const std::set<double>& uniqueValues();
 
   vtkSmartPointer<vtkGeometryFilter> m_GeometryFilter;
+  vtkSmartPointer<vtkQuadricClustering> m_QuadricClustering;
   QPointer<VXLookupTable> m_LookupTable;
   QString m_ActiveArray;
   int m_ActiveComponent = k_Magnitude;

@@ -12,7 +12,12 @@
 #include <QClipboard>
 #include <QGuiApplication>
 
+#include "platform/ZRPreferences.h"
+
 #include <vtkActor.h>
+#include <vtkCallbackCommand.h>
+#include <vtkCommand.h>
+#include <vtkRenderWindowInteractor.h>
 
 using ZRVtkModule::state::readIfPresent;
 using ZRVtkModule::state::readSetting;
@@ -50,9 +55,65 @@ VXRepresentationPimpl::VXRepresentationPimpl(VXRepresentation* owner, VXAbstract
     connect(window, &VXVisualizationWidget::showAll, this, &VXRepresentationPimpl::show);
     connect(window, &VXVisualizationWidget::hideAll, this, &VXRepresentationPimpl::hide);
   }
+  setupInteractorObserver();
 }
 
-VXRepresentationPimpl::~VXRepresentationPimpl() = default;
+VXRepresentationPimpl::~VXRepresentationPimpl()
+{
+  removeInteractorObserver();
+}
+
+void VXRepresentationPimpl::removeInteractorObserver()
+{
+  if (m_Interactor != nullptr)
+  {
+    m_Interactor->RemoveObserver(m_PressObserverTag);
+    m_Interactor->RemoveObserver(m_EndInteractionObserverTag);
+  }
+  m_PressObserverTag = 0;
+  m_EndInteractionObserverTag = 0;
+}
+
+void VXRepresentationPimpl::setupInteractorObserver()
+{
+  removeInteractorObserver();
+  VXVisualizationWidget* window = visualizationWidget();
+  m_Interactor = window != nullptr ? window->getRenderWindowInteractor() : nullptr;
+  if (m_Interactor == nullptr)
+  {
+    return;
+  }
+  vtkNew<vtkCallbackCommand> press;
+  press->SetClientData(this);
+  press->SetCallback(
+      [](vtkObject*, unsigned long, void* clientData, void*)
+      {
+        auto* self = static_cast<VXRepresentationPimpl*>(clientData);
+        if (self->m_UseDecimationOnInteraction && !ZRPreferences::Instance()->getDisableDecimation())
+        {
+          self->trySetDecimatedDataSet();
+        }
+      });
+  vtkNew<vtkCallbackCommand> end;
+  end->SetClientData(this);
+  end->SetCallback([](vtkObject*, unsigned long, void* clientData, void*)
+                   { static_cast<VXRepresentationPimpl*>(clientData)->trySetOriginalDataSet(); });
+  // Ahead of the widgets, which may stop a press from reaching observers after them.
+  constexpr float k_BeforeWidgets = 1.0f;
+  m_PressObserverTag = m_Interactor->AddObserver(vtkCommand::LeftButtonPressEvent, press, k_BeforeWidgets);
+  m_EndInteractionObserverTag =
+      m_Interactor->AddObserver(vtkCommand::EndInteractionEvent, end, k_BeforeWidgets);
+}
+
+void VXRepresentationPimpl::setUseDecimationOnInteraction(bool use)
+{
+  m_UseDecimationOnInteraction = use;
+  // The first enabling pays for the decimation; later toggles reuse it.
+  if (use && m_DecimationStale)
+  {
+    decimateGeometry();
+  }
+}
 
 VXAbstractViewWidget* VXRepresentationPimpl::view() const
 {

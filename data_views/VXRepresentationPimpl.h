@@ -6,6 +6,8 @@
 #include <QPointer>
 #include <QString>
 
+#include <vtkWeakPointer.h>
+
 #include <array>
 
 class QtZRSettings;
@@ -16,6 +18,8 @@ class VXVisualizationWidget;
 class vtkActor;
 class vtkAlgorithmOutput;
 class vtkMapper;
+class vtkObject;
+class vtkRenderWindowInteractor;
 
 /**
  * The part of a data view that lives in one render window: its settings there, and (in the concrete
@@ -47,6 +51,12 @@ public:
   virtual void receivePipelineOutputReloaded() {}
   // Moves the VTK objects to the stored settings (after a read or a copy).
   virtual void applySettings() {}
+  // A cheaper geometry while the user moves the camera: built once, kept until its inputs change.
+  void setUseDecimationOnInteraction(bool use);
+  virtual void decimateGeometry() { m_DecimationStale = false; }
+  virtual void trySetDecimatedDataSet() {}
+  virtual void trySetOriginalDataSet() {}
+  bool isDecimationStale() const { return m_DecimationStale; }
   // Takes the settings of another window's implementation of the same view.
   virtual void copySettings(const VXRepresentationPimpl* other);
   // The settings as JSON text on the clipboard, and back.
@@ -78,6 +88,9 @@ public Q_SLOTS:
   void requestRender() const;
 
 protected:
+  void setupInteractorObserver();
+  void removeInteractorObserver();
+
   bool m_DetachColorSettings = true;
   bool m_DataGridVisible = false;
   bool m_ModuleVisible = true;
@@ -88,5 +101,9 @@ protected:
   bool m_ShowGridLines = false;
   bool m_LinkPhysicalUnits = false;
   bool m_UseDecimationOnInteraction = false;
+  bool m_DecimationStale = true;
+  vtkWeakPointer<vtkRenderWindowInteractor> m_Interactor;
+  unsigned long m_PressObserverTag = 0;
+  unsigned long m_EndInteractionObserverTag = 0;
   VXRepresentation* m_Owner = nullptr;
 };

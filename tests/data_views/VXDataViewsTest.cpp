@@ -8,6 +8,7 @@
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
+#include "platform/ZRPreferences.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
 #include "views/VXVisualizationWidget.h"
@@ -15,12 +16,15 @@
 #include <nlohmann/json.hpp>
 
 #include <vtkActor.h>
+#include <vtkAlgorithm.h>
 #include <vtkCellData.h>
+#include <vtkCommand.h>
 #include <vtkDoubleArray.h>
 #include <vtkIntArray.h>
 #include <vtkPointData.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
+#include <vtkRenderWindowInteractor.h>
 #include <vtkRenderer.h>
 #include <vtkSphereSource.h>
 #include <vtkXMLPolyDataWriter.h>
@@ -317,4 +321,48 @@ TEST_F(DataViewsTest, StateRecordBringsEachWindowBack)
   EXPECT_EQ(again->activeArray(), QStringLiteral("FeatureIds"));
   EXPECT_TRUE(again->interpretValuesAsCategories());
   EXPECT_EQ(restored.name(), surface()->name());
+}
+
+TEST_F(DataViewsTest, CameraMovesDrawTheDecimatedSurfaceOnlyWhenAskedFor)
+{
+  VXSurfaceRepPimpl* view = surfaceIn(first());
+  ASSERT_NE(view, nullptr);
+  vtkRenderWindowInteractor* interactor = first()->getVisualizationWidget()->getRenderWindowInteractor();
+  ASSERT_NE(interactor, nullptr);
+  vtkAlgorithm* original = view->getMapper()->GetInputAlgorithm();
+  const vtkIdType cells = view->inputDataSet()->GetNumberOfCells();
+
+  ZRPreferences::Instance()->setDisableDecimation(false);
+  // Off by default: a press leaves the full surface.
+  interactor->InvokeEvent(vtkCommand::LeftButtonPressEvent);
+  EXPECT_EQ(view->getMapper()->GetInputAlgorithm(), original);
+  interactor->InvokeEvent(vtkCommand::LeftButtonReleaseEvent);
+
+  view->setUseDecimationOnInteraction(true);
+  EXPECT_FALSE(view->isDecimationStale());
+  interactor->InvokeEvent(vtkCommand::LeftButtonPressEvent);
+  vtkAlgorithm* decimated = view->getMapper()->GetInputAlgorithm();
+  ASSERT_NE(decimated, original);
+  decimated->Update();
+  const vtkIdType fewer = vtkDataSet::SafeDownCast(decimated->GetOutputDataObject(0))->GetNumberOfCells();
+  EXPECT_GT(fewer, 0);
+  EXPECT_LT(fewer, cells);
+  interactor->InvokeEvent(vtkCommand::EndInteractionEvent);
+  EXPECT_EQ(view->getMapper()->GetInputAlgorithm(), original);
+
+  // The preference that turns decimation off wins over the view's setting.
+  interactor->InvokeEvent(vtkCommand::LeftButtonReleaseEvent);
+  ZRPreferences::Instance()->setDisableDecimation(true);
+  interactor->InvokeEvent(vtkCommand::LeftButtonPressEvent);
+  EXPECT_EQ(view->getMapper()->GetInputAlgorithm(), original);
+  interactor->InvokeEvent(vtkCommand::LeftButtonReleaseEvent);
+  ZRPreferences::Instance()->setDisableDecimation(false);
+
+  // A split window takes the setting with the decimated geometry ready.
+  m_Grid.addColumn(first());
+  settle();
+  VXSurfaceRepPimpl* copy = surfaceIn(m_Grid.allViews().back());
+  ASSERT_NE(copy, nullptr);
+  EXPECT_TRUE(copy->useDecimationOnInteraction());
+  EXPECT_FALSE(copy->isDecimationStale());
 }
