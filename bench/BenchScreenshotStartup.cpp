@@ -1,5 +1,7 @@
 // Whole-process cost of `kestrix-viewer FILE --view outline --screenshot OUT.png` against
-// bare-outline-screenshot, the smallest VTK program that draws the same outline at the same size, both run as
+// bare-outline-screenshot, the smallest VTK program that draws the same outline at the same size, and of
+// `kestrix-viewer FILE --view surface --color-by CellValue --screenshot OUT.png` against
+// bare-surface-screenshot, which draws the same surface coloured by the same cell array; all run as
 // processes in the same run. Prints median wall time and median peak resident memory of each, their ratio and
 // their difference. Targets: time ratio <= 1.3 with a one-million-triangle file, peak memory at most 40 MiB
 // above the bare program. Needs a display:
@@ -8,6 +10,8 @@
 //   ZR_BENCH_RUNS=9              runs per case (default 5, after one unmeasured warm-up run each)
 //   ZR_BENCH_TRIANGLES=5000000   size of the generated sphere (default 1000000)
 //   ZR_BENCH_VTP_FILE=/path.vtp  use an existing polydata file instead of the generated sphere
+#include <vtkCellData.h>
+#include <vtkFloatArray.h>
 #include <vtkNew.h>
 #include <vtkPolyData.h>
 #include <vtkSphereSource.h>
@@ -39,6 +43,8 @@ constexpr int k_Width = 800;
 constexpr int k_Height = 600;
 constexpr double k_TimeRatioTarget = 1.3;
 constexpr double k_MemoryTargetMiB = 40.0;
+// The cell array the generated sphere carries, for the coloured surface case.
+constexpr const char* k_CellArray = "CellValue";
 
 struct Sample
 {
@@ -122,7 +128,8 @@ double medianPeakMiB(const Measurement& m)
   return median(values);
 }
 
-// A sphere of about the asked number of triangles, written by VTK's own XML writer.
+// A sphere of about the asked number of triangles with a float cell array, written by VTK's own XML
+// writer.
 fs::path prepareSphere(const fs::path& dir, long triangles)
 {
   if (const char* given = std::getenv("ZR_BENCH_VTP_FILE"))
@@ -132,15 +139,25 @@ fs::path prepareSphere(const fs::path& dir, long triangles)
   // theta x (phi - 2) x 2 triangles with phi = theta / 2.
   const int theta = static_cast<int>(std::lround(std::sqrt(static_cast<double>(triangles))));
   const int phi = theta / 2 + 2;
-  const fs::path file = dir / ("zr-bench-sphere-" + std::to_string(triangles) + ".vtp");
+  const fs::path file = dir / ("zr-bench-sphere-cells-" + std::to_string(triangles) + ".vtp");
   if (!fs::exists(file))
   {
     std::printf("Generating %s ...\n", file.c_str());
     vtkNew<vtkSphereSource> sphere;
     sphere->SetThetaResolution(theta);
     sphere->SetPhiResolution(phi);
+    sphere->Update();
+    vtkPolyData* output = sphere->GetOutput();
+    vtkNew<vtkFloatArray> values;
+    values->SetName(k_CellArray);
+    values->SetNumberOfValues(output->GetNumberOfCells());
+    for (vtkIdType cell = 0; cell < output->GetNumberOfCells(); ++cell)
+    {
+      values->SetValue(cell, static_cast<float>(cell % 997));
+    }
+    output->GetCellData()->AddArray(values);
     vtkNew<vtkXMLPolyDataWriter> writer;
-    writer->SetInputConnection(sphere->GetOutputPort());
+    writer->SetInputData(output);
     writer->SetFileName(file.c_str());
     writer->Write();
   }
@@ -158,14 +175,14 @@ void report(const Case& c, const Measurement& viewer, const Measurement& bare, b
 {
   if (viewer.failed || bare.failed)
   {
-    std::printf("  %-22s : failed\n", c.name.c_str());
+    std::printf("  %-26s : failed\n", c.name.c_str());
     return;
   }
   const double viewerSeconds = medianSeconds(viewer);
   const double bareSeconds = medianSeconds(bare);
   const double ratio = viewerSeconds / bareSeconds;
   const double extraMiB = medianPeakMiB(viewer) - medianPeakMiB(bare);
-  std::printf("  %-22s : viewer %.3f s %6.1f MiB | bare %.3f s %6.1f MiB | time ratio %.2f%s | peak "
+  std::printf("  %-26s : viewer %.3f s %6.1f MiB | bare %.3f s %6.1f MiB | time ratio %.2f%s | peak "
               "memory %+.1f MiB%s\n",
               c.name.c_str(), viewerSeconds, medianPeakMiB(viewer), bareSeconds, medianPeakMiB(bare), ratio,
               timeTarget ? (ratio <= k_TimeRatioTarget ? " (ok)" : " (above 1.3)") : "", extraMiB,
@@ -192,10 +209,14 @@ int main()
       {sphere.filename().string(),
        {ZR_VIEWER_PATH, sphere, "--view", "outline", "--screenshot", viewerShot, "--size", size},
        {ZR_BARE_PATH, bareShot, width, height, sphere}},
+      {"surface by " + std::string(k_CellArray),
+       {ZR_VIEWER_PATH, sphere, "--view", "surface", "--color-by", k_CellArray, "--screenshot", viewerShot,
+        "--size", size},
+       {ZR_BARE_SURFACE_PATH, bareShot, width, height, sphere, k_CellArray}},
   };
 
-  std::printf("Viewer: %s\nBare:   %s\n%ld runs per program and case, medians:\n", ZR_VIEWER_PATH,
-              ZR_BARE_PATH, runs);
+  std::printf("Viewer: %s\nBare:   %s, %s\n%ld runs per program and case, medians:\n", ZR_VIEWER_PATH,
+              ZR_BARE_PATH, ZR_BARE_SURFACE_PATH, runs);
   for (const Case& c : cases)
   {
     Measurement viewer;
