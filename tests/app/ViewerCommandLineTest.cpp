@@ -117,7 +117,8 @@ TEST(ViewerCommandLine, ListsEveryDatasetKindAndFailsOnBadFiles)
   EXPECT_TRUE(result.out.contains(QStringLiteral("tool_ascii.stl")));
   EXPECT_TRUE(result.out.contains(QStringLiteral("cells: 5000")));
   EXPECT_TRUE(result.err.contains(QStringLiteral("cannot read '%1'").arg(broken)));
-  EXPECT_TRUE(result.err.contains(QStringLiteral("missing.vti' does not exist."))) << result.err.toStdString();
+  EXPECT_TRUE(result.err.contains(QStringLiteral("missing.vti' does not exist.")))
+      << result.err.toStdString();
 }
 
 TEST(ViewerCommandLine, ConvertsByOutputExtension)

@@ -25,9 +25,9 @@ namespace
 // Values over the whole range of the type, its extremes included; floats also get NaN, infinities,
 // signed zeros and subnormals.
 template<class T>
-std::vector<T> MixedValues(usize count, std::uint64_t seed)
+std::vector<T> MixedValues(usize count, std::uint64_t randomStart)
 {
-  std::mt19937_64 random(seed);
+  std::mt19937_64 random(randomStart);
   std::vector<T> values(count);
   for (usize i = 0; i < count; ++i)
   {
@@ -117,12 +117,12 @@ TYPED_TEST_SUITE(ComponentRangesTest, NumericTypes);
 TYPED_TEST(ComponentRangesTest, WholeScanAndPiecewiseScanMatchThePlainMinimumAndMaximum)
 {
   using T = TypeParam;
-  std::uint64_t seed = 7;
+  std::uint64_t randomStart = 7;
   for (usize numComponents : {1, 2, 3, 4, 5, 9})
   {
     for (usize numTuples : {0, 1, 3, 17, 64, 1001, 40000})
     {
-      const std::vector<T> values = MixedValues<T>(numTuples * numComponents, ++seed);
+      const std::vector<T> values = MixedValues<T>(numTuples * numComponents, ++randomStart);
       const std::string what = std::to_string(numTuples) + " x " + std::to_string(numComponents);
 
       ComponentRanges<T> whole(numComponents);
