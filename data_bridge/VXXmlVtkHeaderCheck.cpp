@@ -342,6 +342,12 @@ private:
     {
       return m_SectionCells.value(section);
     }
+    // Cells of a piece have at least one point id between them: a reader that finds none reads past
+    // what it was given.
+    if (name == QLatin1String("connectivity") && m_SectionCells.value(section, 0) > 0)
+    {
+      return 1;
+    }
     return -1;
   }
 

@@ -276,3 +276,10 @@ TEST_F(VXHeaderChecks, XmlWholeExtentBeyondItsPiecesIsRefused)
       edited("vtk/rectilinear.vtr", "WholeExtent=\"0 2 0 3 0 1\"", "WholeExtent=\"0 2147483647 0 3 0 1\""),
       {"whole extent is larger than its pieces, which cover 0 2 0 3 0 1"});
 }
+
+TEST_F(VXHeaderChecks, CellsWithoutAnyPointIdsAreRefused)
+{
+  // A fuzzer's file: the connectivity of two cells announces no compressed block at all.
+  expectRefused(Fixture("vtk/damaged/connectivity_without_blocks.vtu"),
+                {"'connectivity'", "compressed blocks expand to 0 bytes"});
+}
