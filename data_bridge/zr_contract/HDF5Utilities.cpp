@@ -201,6 +201,23 @@ std::optional<std::vector<T>> ReadAttribute(hid_t object, const std::string& nam
   {
     return std::nullopt;
   }
+  // HDF5 converts what the stored type describes without checking it: a damaged description (bits
+  // beyond the value's size, more values than are stored) makes it read out of bounds.
+  const std::size_t typeSize = H5Tget_size(type.get());
+  if (expectedClass == H5T_INTEGER || expectedClass == H5T_FLOAT)
+  {
+    const std::size_t precision = H5Tget_precision(type.get());
+    const int bitOffset = H5Tget_offset(type.get());
+    if ((typeSize != 1 && typeSize != 2 && typeSize != 4 && typeSize != 8) || precision == 0 ||
+        bitOffset < 0 || static_cast<std::size_t>(bitOffset) + precision > typeSize * 8)
+    {
+      return std::nullopt;
+    }
+  }
+  if (H5Aget_storage_size(attribute.get()) < static_cast<hsize_t>(count) * typeSize)
+  {
+    return std::nullopt;
+  }
   std::vector<T> values(static_cast<std::size_t>(count));
   if (count > 0 && H5Aread(attribute.get(), memoryType, values.data()) < 0)
   {

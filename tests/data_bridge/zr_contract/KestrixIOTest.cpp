@@ -587,3 +587,19 @@ TEST(KestrixConcurrencyTest, ParallelImportsAreSerialisedSafely)
   }
   EXPECT_EQ(valid.load(), 20);
 }
+
+// A fuzzer's file: an attribute whose stored integer type is damaged is left out with its array,
+// with a warning, instead of HDF5 converting bits it does not have.
+TEST(KestrixDamagedAttributeTest, DamagedAttributeTypeLeavesOnlyItsArrayOut)
+{
+  const auto result = KESTRIX::ImportDataStructureFromFile(
+      std::filesystem::path(ZR_TEST_DATA_DIR "/kestrix/damaged/tuple_shape_type_bits.kestrix"), false);
+  ASSERT_TRUE(result.valid());
+  bool named = false;
+  for (const auto& warning : result.warnings())
+  {
+    named = named || warning.message.find("Coarse Grid/Cell Data/Phases") != std::string::npos;
+  }
+  EXPECT_TRUE(named);
+  EXPECT_GT(result.value().getAllDataPaths().size(), 10u);
+}
