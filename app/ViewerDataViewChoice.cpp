@@ -25,8 +25,9 @@ const QMap<QString, VXRepresentation::Type> k_ViewNames = {
 
 const QString k_Magnitude = QStringLiteral("magnitude");
 
-// The array a --color-by text names in a dataset: by name, or by data path when it holds a '/'.
-vtkDataArray* findArray(vtkDataSet* dataSet, const QString& name)
+// Calls visit with every point array, then every cell array, until it returns true.
+template<class Visit>
+void forEachArray(vtkDataSet* dataSet, Visit visit)
 {
   for (vtkDataSetAttributes* attributes : {static_cast<vtkDataSetAttributes*>(dataSet->GetPointData()),
                                            static_cast<vtkDataSetAttributes*>(dataSet->GetCellData())})
@@ -34,49 +35,61 @@ vtkDataArray* findArray(vtkDataSet* dataSet, const QString& name)
     for (int i = 0; i < attributes->GetNumberOfArrays(); ++i)
     {
       vtkDataArray* array = attributes->GetArray(i);
-      if (array == nullptr || array->GetName() == nullptr)
+      if (array != nullptr && array->GetName() != nullptr && visit(array))
       {
-        continue;
-      }
-      if (QString::fromUtf8(array->GetName()) == name ||
-          QString::fromStdString(CV::VtkBridge::GetDataPath(array)) == name)
-      {
-        return array;
+        return;
       }
     }
   }
-  return nullptr;
+}
+
+// The array a --color-by text names in a dataset: by name, or by data path when it holds a '/'.
+vtkDataArray* findArray(vtkDataSet* dataSet, const QString& name)
+{
+  vtkDataArray* found = nullptr;
+  forEachArray(dataSet,
+               [&](vtkDataArray* array)
+               {
+                 if (QString::fromUtf8(array->GetName()) == name ||
+                     QString::fromStdString(CV::VtkBridge::GetDataPath(array)) == name)
+                 {
+                   found = array;
+                 }
+                 return found != nullptr;
+               });
+  return found;
 }
 
 QStringList arrayNames(vtkDataSet* dataSet)
 {
   QStringList names;
-  for (vtkDataSetAttributes* attributes : {static_cast<vtkDataSetAttributes*>(dataSet->GetPointData()),
-                                           static_cast<vtkDataSetAttributes*>(dataSet->GetCellData())})
-  {
-    for (int i = 0; i < attributes->GetNumberOfArrays(); ++i)
-    {
-      if (vtkDataArray* array = attributes->GetArray(i))
-      {
-        names << QString::fromUtf8(array->GetName() != nullptr ? array->GetName() : "");
-      }
-    }
-  }
+  forEachArray(dataSet,
+               [&](vtkDataArray* array)
+               {
+                 names << QString::fromUtf8(array->GetName());
+                 return false;
+               });
   return names;
 }
 } // namespace
 
 void ViewerDataViewChoice::UseViewerDefaults()
 {
-  VXPipeline::setDefaultRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultImageGeomRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultRectGridRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultVertexRepType(VXRepresentation::Points);
-  VXPipeline::setDefaultEdgeRepType(VXRepresentation::Wireframe);
-  VXPipeline::setDefaultTriangleRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultQuadRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultHexRepType(VXRepresentation::Surface);
-  VXPipeline::setDefaultTetRepType(VXRepresentation::Surface);
+  setDefaultViews(VXRepresentation::Surface, VXRepresentation::Points, VXRepresentation::Wireframe);
+}
+
+void ViewerDataViewChoice::setDefaultViews(VXRepresentation::Type faces, VXRepresentation::Type vertices,
+                                           VXRepresentation::Type edges)
+{
+  VXPipeline::setDefaultRepType(faces);
+  VXPipeline::setDefaultImageGeomRepType(faces);
+  VXPipeline::setDefaultRectGridRepType(faces);
+  VXPipeline::setDefaultVertexRepType(vertices);
+  VXPipeline::setDefaultEdgeRepType(edges);
+  VXPipeline::setDefaultTriangleRepType(faces);
+  VXPipeline::setDefaultQuadRepType(faces);
+  VXPipeline::setDefaultHexRepType(faces);
+  VXPipeline::setDefaultTetRepType(faces);
 }
 
 bool ViewerDataViewChoice::setView(const QString& name, QString* error)
@@ -141,19 +154,10 @@ bool ViewerDataViewChoice::setPreset(const QString& name, QString* error)
 
 void ViewerDataViewChoice::applyDefaults() const
 {
-  if (m_Type == VXRepresentation::None)
+  if (m_Type != VXRepresentation::None)
   {
-    return;
+    setDefaultViews(m_Type, m_Type, m_Type);
   }
-  VXPipeline::setDefaultRepType(m_Type);
-  VXPipeline::setDefaultImageGeomRepType(m_Type);
-  VXPipeline::setDefaultRectGridRepType(m_Type);
-  VXPipeline::setDefaultVertexRepType(m_Type);
-  VXPipeline::setDefaultEdgeRepType(m_Type);
-  VXPipeline::setDefaultTriangleRepType(m_Type);
-  VXPipeline::setDefaultQuadRepType(m_Type);
-  VXPipeline::setDefaultHexRepType(m_Type);
-  VXPipeline::setDefaultTetRepType(m_Type);
 }
 
 bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewWidget* view,

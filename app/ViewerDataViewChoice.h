@@ -35,6 +35,10 @@ public:
   bool applyTo(const VXBridgeObject& bridge, VXAbstractViewWidget* view, QString* error) const;
 
 private:
+  // The default view of every kind of geometry: faces, vertex lists and edge lists.
+  static void setDefaultViews(VXRepresentation::Type faces, VXRepresentation::Type vertices,
+                              VXRepresentation::Type edges);
+
   VXRepresentation::Type m_Type = VXRepresentation::None;
   QString m_Array;
   std::optional<int> m_Component;
