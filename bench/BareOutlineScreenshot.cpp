@@ -3,15 +3,14 @@
 // runs it beside `kestrix-viewer --screenshot` as the baseline of what the toolkit itself costs.
 //
 //   bare-outline-screenshot OUT.png WIDTH HEIGHT [FILE.vtp]      (no file: an empty scene)
+#include "BareRenderToPng.h"
+
 #include <vtkActor.h>
 #include <vtkNew.h>
 #include <vtkOutlineFilter.h>
-#include <vtkPNGWriter.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
-#include <vtkRenderWindow.h>
 #include <vtkRenderer.h>
-#include <vtkWindowToImageFilter.h>
 #include <vtkXMLPolyDataReader.h>
 
 #include <cstdio>
@@ -51,19 +50,5 @@ int main(int argc, char** argv)
   }
   renderer->ResetCamera();
 
-  vtkNew<vtkRenderWindow> window;
-  window->SetOffScreenRendering(1);
-  window->SetSize(width, height);
-  window->AddRenderer(renderer);
-  window->Render();
-
-  vtkNew<vtkWindowToImageFilter> capture;
-  capture->SetInput(window);
-  capture->SetInputBufferTypeToRGB();
-  capture->ReadFrontBufferOff();
-  vtkNew<vtkPNGWriter> writer;
-  writer->SetFileName(argv[1]);
-  writer->SetInputConnection(capture->GetOutputPort());
-  writer->Write();
-  return writer->GetErrorCode() == 0 ? 0 : 1;
+  return RenderToPng(renderer, width, height, -1, argv[1]);
 }

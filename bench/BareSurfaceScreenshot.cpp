@@ -4,17 +4,16 @@
 // as the baseline of what the toolkit itself costs.
 //
 //   bare-surface-screenshot OUT.png WIDTH HEIGHT FILE.vtp ARRAY
+#include "BareRenderToPng.h"
+
 #include <vtkActor.h>
 #include <vtkCellData.h>
 #include <vtkDataArray.h>
 #include <vtkLookupTable.h>
 #include <vtkNew.h>
-#include <vtkPNGWriter.h>
 #include <vtkPolyData.h>
 #include <vtkPolyDataMapper.h>
-#include <vtkRenderWindow.h>
 #include <vtkRenderer.h>
-#include <vtkWindowToImageFilter.h>
 #include <vtkXMLPolyDataReader.h>
 
 #include <cstdio>
@@ -61,20 +60,5 @@ int main(int argc, char** argv)
   renderer->AddActor(actor);
   renderer->ResetCamera();
 
-  vtkNew<vtkRenderWindow> window;
-  window->SetOffScreenRendering(1);
-  window->SetMultiSamples(0);
-  window->SetSize(width, height);
-  window->AddRenderer(renderer);
-  window->Render();
-
-  vtkNew<vtkWindowToImageFilter> capture;
-  capture->SetInput(window);
-  capture->SetInputBufferTypeToRGB();
-  capture->ReadFrontBufferOff();
-  vtkNew<vtkPNGWriter> writer;
-  writer->SetFileName(argv[1]);
-  writer->SetInputConnection(capture->GetOutputPort());
-  writer->Write();
-  return writer->GetErrorCode() == 0 ? 0 : 1;
+  return RenderToPng(renderer, width, height, 0, argv[1]);
 }
