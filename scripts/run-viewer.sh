@@ -14,7 +14,7 @@ for arg in "$@"; do
     continue
   fi
   case "$arg" in
-    --screenshot | --size | --theme | --geometry) skip_next=1 ;;
+    --screenshot | --size | --theme | --geometry | --view | --color-by | --preset) skip_next=1 ;;
     -*) ;;
     *) has_file=1 ;;
   esac
