@@ -10,6 +10,7 @@ PACKAGES=(
   libqwt-qt5-dev
   libgtest-dev libgmock-dev libbenchmark-dev
   xvfb xauth shared-mime-info
+  xdotool x11-apps  # to drive and capture the viewer's window by hand under Xvfb
   breeze-icon-theme
 )
 missing=()
