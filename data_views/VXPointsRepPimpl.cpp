@@ -1,9 +1,12 @@
 #include "data_views/VXPointsRepPimpl.h"
 
+#include "colour/VXCustomRangeDialog.h"
+#include "colour/VXLUTEditor.h"
 #include "colour/VXLookupTable.h"
 #include "data_views/VXRepresentation.h"
 #include "data_views/VXStateReading.h"
 #include "data_views/ZRVtkModuleUtils.h"
+#include "platform/ColorPresetsDialog.h"
 #include "platform/ZRPreferences.h"
 #include "views/VXVisualizationWidget.h"
 
@@ -105,11 +108,15 @@ VXPointsRepPimpl::VXPointsRepPimpl(VXRepresentation* owner, VXAbstractViewWidget
     text->SetJustificationToCentered();
   }
   bar->GetFrameProperty()->SetColor(0.5, 0.5, 0.5);
+  connectColorDialogs();
 }
 
 VXPointsRepPimpl::~VXPointsRepPimpl()
 {
   m_ScalarBarWidget->SetEnabled(0);
+  delete m_ColorPresetsDialog.data();
+  delete m_CustomRangeDialog.data();
+  delete m_LUTEditor.data();
 }
 
 bool VXPointsRepPimpl::connectInput(vtkAlgorithmOutput* inputPort)
@@ -556,6 +563,7 @@ void VXPointsRepPimpl::receivePipelineOutputReloaded()
     decimateGeometry();
   }
   updateColoring();
+  generateHistogramData();
 }
 
 void VXPointsRepPimpl::copySettings(const VXRepresentationPimpl* other)
