@@ -337,6 +337,8 @@ void VXOutlineRepPimpl::connectParentDataSourceColorSettings()
   }
   connect(source, &VXDataSource::solidColorChanged, this, &VXOutlineRepPimpl::setSolidColor,
           Qt::UniqueConnection);
+  connect(source, &VXDataSource::solidColorChanged, this, &VXOutlineRepPimpl::updateSettingsControls,
+          Qt::UniqueConnection);
   // Following the source means taking its colour now, not only at its next change.
   setSolidColor(source->getSolidColor());
 }
@@ -353,6 +355,6 @@ void VXOutlineRepPimpl::disconnectParentDataSourceColorSettings()
 {
   if (auto* source = qobject_cast<VXDataSource*>(m_Owner != nullptr ? m_Owner->parentDataSource() : nullptr))
   {
-    disconnect(source, &VXDataSource::solidColorChanged, this, &VXOutlineRepPimpl::setSolidColor);
+    disconnect(source, &VXDataSource::solidColorChanged, this, nullptr);
   }
 }

@@ -353,10 +353,11 @@ void VXPointsRepPimpl::updateSettingsControls()
   if (m_ArrayComboBox)
   {
     const QSignalBlocker blocker(m_ArrayComboBox);
-    Utils::UpdateArrayColoringComboBox(m_ArrayComboBox, Utils::ColoringArrays(inputDataSet()), true);
+    const QMap<QString, QIcon> arrays = Utils::ColoringArrays(inputDataSet());
+    Utils::UpdateArrayColoringComboBox(m_ArrayComboBox, arrays, true);
     const int index = m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_ActiveArray);
     m_ArrayComboBox->setCurrentIndex(qMax(0, index));
-    m_ArrayComboBox->setEnabled(m_ArrayComboBox->count() > 1);
+    m_ArrayComboBox->setEnabled(!arrays.isEmpty());
   }
   Utils::UpdateComponentComboBox(m_ComponentComboBox, m_ActiveArray, m_ActiveArray, m_ActiveComponent,
                                  isUsingSolidColor() ? QList<QString>()
@@ -436,10 +437,7 @@ void VXPointsRepPimpl::connectParentDataSourceColorSettings()
           &VXPointsRepPimpl::restoreDefaultRgbPresetColors, Qt::UniqueConnection);
   connect(source, &VXDataSource::invertColorMap, this, &VXPointsRepPimpl::setColorMapInverted,
           Qt::UniqueConnection);
-  for (auto signal : {&VXDataSource::solidColorChanged, &VXDataSource::nanColorChanged})
-  {
-    followWithControls(source, signal);
-  }
+  followWithControls(source, &VXDataSource::nanColorChanged);
   followWithControls(source, &VXDataSource::loadPresetColors);
   followWithControls(source, &VXDataSource::restoreDefaultPresetColors);
   followWithControls(source, &VXDataSource::invertColorMap);
@@ -468,5 +466,4 @@ void VXPointsRepPimpl::disconnectParentDataSourceColorSettings()
   disconnect(source, &VXDataSource::loadPresetColors, this, nullptr);
   disconnect(source, &VXDataSource::restoreDefaultPresetColors, this, nullptr);
   disconnect(source, &VXDataSource::invertColorMap, this, nullptr);
-  disconnect(source, &VXDataSource::solidColorChanged, this, &VXPointsRepPimpl::updateSettingsControls);
 }

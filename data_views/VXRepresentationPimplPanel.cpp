@@ -41,30 +41,14 @@ QMessageBox::StandardButton askDefaultSettingsQuestion(const QString& title, con
   return static_cast<QMessageBox::StandardButton>(box.exec());
 }
 
-// The row layout that holds a control, searched through nested layouts.
-QBoxLayout* layoutHolding(QLayout* layout, QWidget* control)
+// The row layout that holds a control, anywhere below the panel's content.
+QBoxLayout* layoutHolding(QWidget* content, QWidget* control)
 {
-  if (layout == nullptr)
+  for (QBoxLayout* layout : content->findChildren<QBoxLayout*>())
   {
-    return nullptr;
-  }
-  if (auto* box = qobject_cast<QBoxLayout*>(layout); box != nullptr && box->indexOf(control) >= 0)
-  {
-    return box;
-  }
-  for (int i = 0; i < layout->count(); ++i)
-  {
-    QLayoutItem* item = layout->itemAt(i);
-    if (QBoxLayout* found = layoutHolding(item->layout(), control))
+    if (layout->indexOf(control) >= 0)
     {
-      return found;
-    }
-    if (item->widget() != nullptr)
-    {
-      if (QBoxLayout* found = layoutHolding(item->widget()->layout(), control))
-      {
-        return found;
-      }
+      return layout;
     }
   }
   return nullptr;
@@ -263,9 +247,13 @@ void VXRepresentationPimpl::addHelpToolTip(QWidget* control, const QString& anch
 void VXRepresentationPimpl::addHelpToolTipControls()
 {
   QVBoxLayout* content = settingsContentLayout();
+  if (content == nullptr)
+  {
+    return;
+  }
   for (const HelpToolTip& entry : m_HelpToolTips)
   {
-    QBoxLayout* row = entry.control ? layoutHolding(content, entry.control) : nullptr;
+    QBoxLayout* row = entry.control ? layoutHolding(content->parentWidget(), entry.control) : nullptr;
     if (row == nullptr)
     {
       continue;
