@@ -5,6 +5,7 @@
 #include "colour/VXLookupTable.h"
 #include "data_views/VXRepresentation.h"
 #include "data_views/VXStateReading.h"
+#include "data_views/VXUpdateHistogramCallback.h"
 #include "data_views/ZRVtkModuleUtils.h"
 #include "platform/ColorPresetsDialog.h"
 #include "platform/ZRPreferences.h"
@@ -114,6 +115,11 @@ VXPointsRepPimpl::VXPointsRepPimpl(VXRepresentation* owner, VXAbstractViewWidget
 VXPointsRepPimpl::~VXPointsRepPimpl()
 {
   m_ScalarBarWidget->SetEnabled(0);
+  stopObservingProducerForHistogram();
+  if (m_HistogramCallback != nullptr)
+  {
+    m_HistogramCallback->setRepresentation(nullptr);
+  }
   delete m_ColorPresetsDialog.data();
   delete m_CustomRangeDialog.data();
   delete m_LUTEditor.data();
@@ -140,6 +146,7 @@ bool VXPointsRepPimpl::connectInput(vtkAlgorithmOutput* inputPort)
   }
   m_UniqueValues.clear();
   m_DecimationStale = true;
+  observeProducerForHistogram();
   return true;
 }
 

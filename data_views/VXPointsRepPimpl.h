@@ -16,7 +16,9 @@ class VXArrayHistogramWidget;
 class VXCustomRangeDialog;
 class VXLUTEditor;
 class VXLookupTable;
+class VXUpdateHistogramCallback;
 class ZRComboBox;
+class vtkAlgorithm;
 class vtkDataArray;
 class vtkDataSet;
 class vtkGeometryFilter;
@@ -124,6 +126,9 @@ protected:
   template<class Sender, class Signal>
   void followWithControls(Sender* sender, Signal signal);
   void connectColorDialogs();
+  // The histogram follows each new run of the upstream algorithm.
+  void observeProducerForHistogram();
+  void stopObservingProducerForHistogram();
 
   bool connectInput(vtkAlgorithmOutput* inputPort) override;
   /** @brief Pushes array, component, range, categories and mapping to the mapper and table. */
@@ -177,4 +182,7 @@ protected:
   QPointer<ZRCheckBox> m_PointsAsSpheresCheckBox;
   QPointer<ZRCheckBox> m_ScalarBarCheckBox;
   QPointer<ZRCheckBox> m_HistogramCheckBox;
+  vtkSmartPointer<VXUpdateHistogramCallback> m_HistogramCallback;
+  vtkWeakPointer<vtkAlgorithm> m_ObservedProducer;
+  unsigned long m_HistogramObserverTag = 0;
 };

@@ -5,6 +5,7 @@
 #include "colour/VXLookupTable.h"
 #include "data_views/VXPointsRepPimpl.h"
 #include "data_views/VXRepresentation.h"
+#include "data_views/VXUpdateHistogramCallback.h"
 #include "data_views/ZRVtkLibDocumentation.h"
 #include "data_views/ZRVtkModuleUtils.h"
 #include "pipeline/VXDataSource.h"
@@ -17,6 +18,9 @@
 #include "platform/ZRPreferences.h"
 #include "platform/ZRStyle.h"
 
+#include <vtkAlgorithm.h>
+#include <vtkAlgorithmOutput.h>
+#include <vtkCommand.h>
 #include <vtkDataArray.h>
 #include <vtkDataSet.h>
 
@@ -337,6 +341,33 @@ void VXPointsRepPimpl::generateHistogramData()
   m_HistogramWidget->setArray(isUsingSolidColor() ? nullptr : activeDataArray(), m_ActiveComponent,
                               m_UsingCustomRange, m_CustomRange);
   m_HistogramWidget->setPlotVisibility(!isUsingSolidColor());
+}
+
+void VXPointsRepPimpl::observeProducerForHistogram()
+{
+  stopObservingProducerForHistogram();
+  vtkAlgorithm* producer = m_InputPort != nullptr ? m_InputPort->GetProducer() : nullptr;
+  if (producer == nullptr)
+  {
+    return;
+  }
+  if (m_HistogramCallback == nullptr)
+  {
+    m_HistogramCallback = vtkSmartPointer<VXUpdateHistogramCallback>::New();
+    m_HistogramCallback->setRepresentation(this);
+  }
+  m_ObservedProducer = producer;
+  m_HistogramObserverTag = producer->AddObserver(vtkCommand::EndEvent, m_HistogramCallback);
+}
+
+void VXPointsRepPimpl::stopObservingProducerForHistogram()
+{
+  if (m_ObservedProducer != nullptr)
+  {
+    m_ObservedProducer->RemoveObserver(m_HistogramObserverTag);
+  }
+  m_ObservedProducer = nullptr;
+  m_HistogramObserverTag = 0;
 }
 
 void VXPointsRepPimpl::restoreDefaultIndexedPresetColors()

@@ -24,6 +24,8 @@
 #include <nlohmann/json.hpp>
 
 #include <vtkActor.h>
+#include <vtkAlgorithm.h>
+#include <vtkAlgorithmOutput.h>
 #include <vtkCellData.h>
 #include <vtkDoubleArray.h>
 #include <vtkIntArray.h>
@@ -754,6 +756,22 @@ TEST_F(DataViewPanelsTest, HistogramCountsTheActiveArrayInTheColourRange)
             static_cast<std::uint64_t>(ids->GetNumberOfTuples()));
   EXPECT_EQ(counts.back(), static_cast<std::uint64_t>(highest));
   EXPECT_EQ(histogram->range(), (std::array<double, 2>{1.0, 400.0}));
+
+  // New values upstream reach the histogram when the producer runs again.
+  vtkIdType first = 0;
+  while (ids->GetTuple1(first) != 1.0)
+  {
+    ++first;
+  }
+  ids->SetTuple1(first, 400.0);
+  ids->Modified();
+  view->inputDataSet()->Modified();
+  m_DataSource->outputPort()->GetProducer()->Update();
+  EXPECT_EQ(histogram->counts().back(), static_cast<std::uint64_t>(highest + 1));
+  ids->SetTuple1(first, 1.0);
+  ids->Modified();
+  view->inputDataSet()->Modified();
+  m_DataSource->outputPort()->GetProducer()->Update();
 
   // Under a custom range only the values inside it count.
   view->setCustomRange(0.0, 5.0);
