@@ -10,12 +10,15 @@
 #include "data_views/VXRepresentation.h"
 #include "data_views/VXSurfaceRepPimpl.h"
 #include "data_views/ZRVtkModuleConstants.h"
+#include "data_views/ZRVtkModuleUtils.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
+#include "platform/ColorPresetsDialog.h"
 #include "platform/QtZRSettings.h"
 #include "platform/QtZRUtils.h"
 #include "platform/ZRColorButton.h"
+#include "platform/ZRComboBox.h"
 #include "platform/ZRSettingsKeys.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
@@ -47,6 +50,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTest>
@@ -828,6 +832,83 @@ TEST_F(DataViewPanelsTest, DatasetWithoutArraysOffersOnlyTheSolidColour)
   EXPECT_FALSE(byText<QPushButton>(widget, QStringLiteral("Preset"))->isEnabled());
   EXPECT_FALSE(byText<QCheckBox>(widget, QStringLiteral("Interpret Values As Categories"))->isEnabled());
   EXPECT_FALSE(comboHolding(widget, ZRVtkModule::constants::k_MapScalarsNever)->isEnabled());
+}
+
+TEST_F(DataViewPanelsTest, AttachedPointsViewTakesTheSourcesColourMapAndShowsIt)
+{
+  auto* view = open<VXPointsRepPimpl>(VXRepresentation::Surface);
+  ASSERT_NE(view, nullptr);
+  QWidget* widget = panel();
+  ASSERT_NE(widget, nullptr);
+  comboHolding(widget, ZRVtkModule::constants::k_SolidColor)->setCurrentText(QStringLiteral("FeatureIds"));
+  auto* invert = byText<QPushButton>(widget, QStringLiteral("Invert"));
+  auto* nanButton = afterLabel<ZRColorButton>(widget, QStringLiteral("NaN Color: "));
+  auto* preset = byText<QPushButton>(widget, QStringLiteral("Preset"));
+  ASSERT_TRUE(invert != nullptr && nanButton != nullptr && preset != nullptr);
+
+  // Separated (the default): the view's own preset dialog colours it.
+  VXLookupTable::ColorPreset greys;
+  greys.m_Name = "Greys";
+  greys.m_RGBPoints = {0.0f, 0.0f, 0.0f, 0.0f, 1.0f, 1.0f, 1.0f, 1.0f};
+  Q_EMIT view->colorPresetsDialog()->applyPreset(greys, QPixmap());
+  EXPECT_FALSE(view->isUsingDefaultPreset());
+  double rgb[3];
+  view->lookupTable()->getColorTransferFunction()->GetColor(1.0, rgb);
+  EXPECT_DOUBLE_EQ(rgb[0], 0.0);
+  view->lookupTable()->getColorTransferFunction()->GetColor(400.0, rgb);
+  EXPECT_DOUBLE_EQ(rgb[0], 1.0);
+
+  // Attached: the source's colour map, inversion and NaN colour reach the view and its controls.
+  byText<QCheckBox>(widget, QStringLiteral("Enable Separate Color Map"))->click();
+  EXPECT_FALSE(preset->isEnabled());
+  EXPECT_FALSE(invert->isEnabled());
+  EXPECT_TRUE(view->isUsingDefaultPreset());
+  m_DataSource->setColorsInverted(true);
+  EXPECT_TRUE(view->lookupTable()->isInverted());
+  EXPECT_TRUE(invert->isChecked());
+  m_DataSource->setNanColor(QColor(Qt::green));
+  EXPECT_EQ(view->lookupTable()->getNANColor(), QColor(Qt::green));
+  EXPECT_EQ(nanButton->getColor(), QColor(Qt::green));
+  m_DataSource->applyPreset(greys, QPixmap());
+  EXPECT_FALSE(view->isUsingDefaultPreset());
+  EXPECT_FALSE(invert->isChecked());
+  EXPECT_FALSE(view->lookupTable()->isInverted());
+}
+
+TEST(ColoringComboBoxes, RefillsKeepTheChoiceOnlyWhileItStillMeansTheSame)
+{
+  using namespace ZRVtkModule::utils;
+  ZRComboBox arrays;
+  QMap<QString, QIcon> names = {{QStringLiteral("Velocity"), QIcon()},
+                                {QStringLiteral("FeatureIds"), QIcon()}};
+  UpdateArrayColoringComboBox(&arrays, names, true);
+  ASSERT_EQ(arrays.count(), 4); // solid colour, separator, then the arrays by name
+  EXPECT_EQ(arrays.itemText(0), ZRVtkModule::constants::k_SolidColor);
+  EXPECT_EQ(arrays.itemText(2), QStringLiteral("FeatureIds"));
+  arrays.setCurrentText(QStringLiteral("Velocity"));
+  QSignalSpy changes(&arrays, &QComboBox::currentTextChanged);
+  names.insert(QStringLiteral("Confidence"), QIcon());
+  UpdateArrayColoringComboBox(&arrays, names, true);
+  EXPECT_EQ(arrays.currentText(), QStringLiteral("Velocity"));
+  EXPECT_EQ(changes.count(), 0);
+  names.remove(QStringLiteral("Velocity"));
+  UpdateArrayColoringComboBox(&arrays, names, false);
+  EXPECT_EQ(arrays.findText(ZRVtkModule::constants::k_SolidColor), -1);
+  EXPECT_NE(arrays.currentText(), QStringLiteral("Velocity"));
+
+  ZRComboBox components;
+  const QList<QString> xyz = {QStringLiteral("X"), QStringLiteral("Y"), QStringLiteral("Z")};
+  UpdateComponentComboBox(&components, QStringLiteral("Velocity"), QStringLiteral("Velocity"), 2, xyz);
+  EXPECT_EQ(components.count(), 4);
+  EXPECT_EQ(components.currentText(), QStringLiteral("Z"));
+  EXPECT_TRUE(components.isEnabled());
+  // Another array starts at the magnitude.
+  UpdateComponentComboBox(&components, QStringLiteral("Normals"), QStringLiteral("Velocity"), 2, xyz);
+  EXPECT_EQ(components.currentIndex(), 0);
+  UpdateComponentComboBox(&components, QStringLiteral("FeatureIds"), QStringLiteral("FeatureIds"), 0,
+                          {QStringLiteral("0")});
+  EXPECT_EQ(components.count(), 0);
+  EXPECT_FALSE(components.isEnabled());
 }
 
 #include "VXDataViewPanelsTest.moc"
