@@ -74,6 +74,7 @@ void VXOutlineRepPimpl::initialize(vtkAlgorithmOutput* inputPort)
   }
   connectInput(inputPort);
   applySettings();
+  connectParentDataSourceColorSettings();
   if (!isInRenderer())
   {
     window->addActor(m_Actor);
@@ -90,6 +91,7 @@ bool VXOutlineRepPimpl::finalize()
   VXVisualizationWidget* window = visualizationWidget();
   window->removeOutline(m_Actor);
   window->removeActor(m_Actor);
+  showDataGrid(false);
   return true;
 }
 
@@ -139,6 +141,7 @@ void VXOutlineRepPimpl::applySettings()
   property->SetLineWidth(static_cast<float>(m_LineSize));
   property->SetRenderLinesAsTubes(m_RenderLinesAsTubes);
   m_Actor->SetVisibility(isVisible());
+  showDataGrid(isVisible() && m_DataGridVisible);
 }
 
 void VXOutlineRepPimpl::setOpacity(int percent)

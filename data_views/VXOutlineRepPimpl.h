@@ -7,6 +7,10 @@
 #include <vtkAlgorithmOutput.h>
 #include <vtkSmartPointer.h>
 
+class QLabel;
+class ZRColorButton;
+class ZRLineEdit;
+class ZRSlider;
 class vtkActor;
 class vtkAlgorithmOutput;
 class vtkOutlineFilter;
@@ -37,7 +41,14 @@ public:
   void applySettings() override;
   void writeSettings(QtZRSettings& settings) const override;
   void readSettings(QtZRSettings& settings) override;
+  void initializeSettingsWidget() override;
+  void updateSettingsControls() override;
+  QString helpAnchor() const override;
   using VXRepresentationPimpl::copySettings;
+  using VXRepresentationPimpl::writeSettings;
+
+  /** @brief The level's name in help anchors: "outline", "points", "wireframe", "surface". */
+  virtual QString levelName() const { return QStringLiteral("outline"); }
 
   /** @brief Opacity in percent, 0 to 100. */
   void setOpacity(int percent);
@@ -51,7 +62,45 @@ public:
   void setRenderLinesAsTubes(bool tubes);
   bool renderLinesAsTubes() const { return m_RenderLinesAsTubes; }
 
+  // The decimated geometry drawn while the camera moves; each change rebuilds it at once.
+  void setNumberOfDimensions(std::array<int, 3> divisions);
+  std::array<int, 3> numberOfDimensions() const { return m_DecimationDivisions; }
+  void setUseInputPoints(bool use);
+  void setUseFeatureEdges(bool use);
+  void setUseFeaturePoints(bool use);
+  void setUseInternalTriangles(bool use);
+  bool useInputPoints() const { return m_UseInputPoints; }
+  bool useFeatureEdges() const { return m_UseFeatureEdges; }
+  bool useFeaturePoints() const { return m_UseFeaturePoints; }
+  bool useInternalTriangles() const { return m_UseInternalTriangles; }
+
+  /**
+   * Separates this view's colours from its data source (true) or has it follow the source's solid
+   * colour, and at the levels above its colour map, again (false).
+   */
+  void onDetachColorSettings(bool detached);
+  virtual void connectParentDataSourceColorSettings();
+  virtual void disconnectParentDataSourceColorSettings();
+  /** @brief The source asks its views to follow it again: a separated view joins it. */
+  void onSyncColorMapToParentGeometry();
+
 protected:
+  // The sections of the panel; each level adds to or replaces the pieces below it.
+  virtual void addColoringControls(QVBoxLayout* layout);
+  virtual void addStylingControls(QVBoxLayout* layout);
+  virtual void addAnnotationControls(QVBoxLayout* layout);
+  virtual void addExtraSections(QVBoxLayout* content);
+  void addDataSourceControls(QVBoxLayout* layout);
+  void addSolidColorControls(QVBoxLayout* layout);
+  void addOpacityControls(QVBoxLayout* layout);
+  void addEdgesControls(QVBoxLayout* layout);
+  void addDecimationControls(QVBoxLayout* layout);
+  // The view's own colour controls are active only while it is separated from its source.
+  virtual void updateColorControlsEnabled();
+  // Line size typed in the field: marked while edited, applied on return.
+  void lineSizeEdited();
+  void lineSizeChanged();
+
   // Connects the window's drawing chain to the input; true when it was not connected before.
   virtual bool connectInput(vtkAlgorithmOutput* inputPort);
   bool isInRenderer() const;
@@ -70,4 +119,18 @@ protected:
   bool m_UseFeatureEdges = false;
   bool m_UseFeaturePoints = false;
   bool m_UseInternalTriangles = false;
+
+  QPointer<ZRCheckBox> m_DetachCheckBox;
+  QPointer<ZRIconPushButton> m_ParentSourceButton;
+  QPointer<QLabel> m_SolidColorLabel;
+  QPointer<ZRColorButton> m_SolidColorButton;
+  QPointer<ZRSlider> m_OpacitySlider;
+  QPointer<ZRLineEdit> m_LineSizeEdit;
+  QPointer<ZRCheckBox> m_LinesAsTubesCheckBox;
+  QPointer<ZRCheckBox> m_DecimationCheckBox;
+  std::array<QPointer<ZRLineEdit>, 3> m_DivisionEdits;
+  QPointer<ZRCheckBox> m_UseInputPointsCheckBox;
+  QPointer<ZRCheckBox> m_UseFeatureEdgesCheckBox;
+  QPointer<ZRCheckBox> m_UseFeaturePointsCheckBox;
+  QPointer<ZRCheckBox> m_UseInternalTrianglesCheckBox;
 };

@@ -1,9 +1,13 @@
 #include "data_views/VXPointsRepPimpl.h"
 
+#include "colour/VXCustomRangeDialog.h"
+#include "colour/VXLUTEditor.h"
 #include "colour/VXLookupTable.h"
 #include "data_views/VXRepresentation.h"
 #include "data_views/VXStateReading.h"
+#include "data_views/VXUpdateHistogramCallback.h"
 #include "data_views/ZRVtkModuleUtils.h"
+#include "platform/ColorPresetsDialog.h"
 #include "platform/ZRPreferences.h"
 #include "views/VXVisualizationWidget.h"
 
@@ -105,11 +109,20 @@ VXPointsRepPimpl::VXPointsRepPimpl(VXRepresentation* owner, VXAbstractViewWidget
     text->SetJustificationToCentered();
   }
   bar->GetFrameProperty()->SetColor(0.5, 0.5, 0.5);
+  connectColorDialogs();
 }
 
 VXPointsRepPimpl::~VXPointsRepPimpl()
 {
   m_ScalarBarWidget->SetEnabled(0);
+  stopObservingProducerForHistogram();
+  if (m_HistogramCallback != nullptr)
+  {
+    m_HistogramCallback->setRepresentation(nullptr);
+  }
+  delete m_ColorPresetsDialog.data();
+  delete m_CustomRangeDialog.data();
+  delete m_LUTEditor.data();
 }
 
 bool VXPointsRepPimpl::connectInput(vtkAlgorithmOutput* inputPort)
@@ -133,6 +146,7 @@ bool VXPointsRepPimpl::connectInput(vtkAlgorithmOutput* inputPort)
   }
   m_UniqueValues.clear();
   m_DecimationStale = true;
+  observeProducerForHistogram();
   return true;
 }
 
@@ -556,6 +570,7 @@ void VXPointsRepPimpl::receivePipelineOutputReloaded()
     decimateGeometry();
   }
   updateColoring();
+  generateHistogramData();
 }
 
 void VXPointsRepPimpl::copySettings(const VXRepresentationPimpl* other)

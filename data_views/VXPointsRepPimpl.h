@@ -10,7 +10,15 @@
 #include <array>
 #include <set>
 
+class ColorPresetsDialog;
+class QAbstractButton;
+class VXArrayHistogramWidget;
+class VXCustomRangeDialog;
+class VXLUTEditor;
 class VXLookupTable;
+class VXUpdateHistogramCallback;
+class ZRComboBox;
+class vtkAlgorithm;
 class vtkDataArray;
 class vtkDataSet;
 class vtkGeometryFilter;
@@ -48,7 +56,12 @@ public:
   void trySetOriginalDataSet() override;
   void writeSettings(QtZRSettings& settings) const override;
   void readSettings(QtZRSettings& settings) override;
+  void updateSettingsControls() override;
+  QString levelName() const override { return QStringLiteral("points"); }
+  void connectParentDataSourceColorSettings() override;
+  void disconnectParentDataSourceColorSettings() override;
   using VXRepresentationPimpl::copySettings;
+  using VXRepresentationPimpl::writeSettings;
 
   /** @brief The dataset drawn: the input's output, before any surface extraction. */
   vtkDataSet* inputDataSet() const;
@@ -82,8 +95,41 @@ public:
   void setScalarBarVisibility(bool visible);
   bool isScalarBarVisible() const { return m_ScalarBarVisible; }
   vtkScalarBarWidget* scalarBarWidget() const;
+  void restoreDefaultIndexedPresetColors();
+  bool isUsingDefaultPreset() const { return m_UsingDefaultPreset; }
+  ColorPreset rgbPreset() const { return m_RgbPreset; }
+  ColorPreset indexedPreset() const { return m_IndexedPreset; }
+  void setGenerateHistogramData(bool generate);
+  bool generatesHistogramData() const { return m_GenerateHistogramData; }
+  /** @brief Gives the active array to the panel's histogram while the histogram is asked for. */
+  void generateHistogramData();
+
+  // The dialogs of the colour panel; they live as long as this instance.
+  ColorPresetsDialog* colorPresetsDialog() const;
+  VXCustomRangeDialog* customRangeDialog() const;
+  VXLUTEditor* lutEditor() const;
+  VXArrayHistogramWidget* histogramWidget() const;
 
 protected:
+  void addColoringControls(QVBoxLayout* layout) override;
+  void addStylingControls(QVBoxLayout* layout) override;
+  void addAnnotationControls(QVBoxLayout* layout) override;
+  void addExtraSections(QVBoxLayout* content) override;
+  void updateColorControlsEnabled() override;
+  /** @brief Array and component boxes, presets, invert, NaN colour, range, categories and map scalars. */
+  void addColorByArrayControls(QVBoxLayout* layout);
+  void addPointsControls(QVBoxLayout* layout);
+  void addScalarBarControls(QVBoxLayout* layout);
+  void arrayNameComboTextChanged(const QString& text);
+  void pointSizeChanged();
+  // The panel follows a change that came from a dialog or the data source.
+  template<class Sender, class Signal>
+  void followWithControls(Sender* sender, Signal signal);
+  void connectColorDialogs();
+  // The histogram follows each new run of the upstream algorithm.
+  void observeProducerForHistogram();
+  void stopObservingProducerForHistogram();
+
   bool connectInput(vtkAlgorithmOutput* inputPort) override;
   /** @brief Pushes array, component, range, categories and mapping to the mapper and table. */
   void updateColoring();
@@ -116,4 +162,27 @@ protected:
   bool m_ValuesAsCategories = false;
   bool m_GenerateHistogramData = false;
   QMap<QString, QMap<int, std::set<double>>> m_UniqueValues;
+
+  QPointer<ColorPresetsDialog> m_ColorPresetsDialog;
+  QPointer<VXCustomRangeDialog> m_CustomRangeDialog;
+  QPointer<VXLUTEditor> m_LUTEditor;
+  QPointer<VXArrayHistogramWidget> m_HistogramWidget;
+  QPointer<ZRComboBox> m_ArrayComboBox;
+  QPointer<ZRComboBox> m_ComponentComboBox;
+  QPointer<ZRIconPushButton> m_PresetButton;
+  QPointer<ZRIconPushButton> m_InvertButton;
+  QPointer<QLabel> m_NanColorLabel;
+  QPointer<ZRColorButton> m_NanColorButton;
+  QPointer<ZRIconPushButton> m_CustomRangeButton;
+  QPointer<ZRIconPushButton> m_RescaleButton;
+  QPointer<ZRCheckBox> m_CategoriesCheckBox;
+  QPointer<ZRIconPushButton> m_LUTEditorButton;
+  QPointer<ZRComboBox> m_MapScalarsComboBox;
+  QPointer<ZRLineEdit> m_PointSizeEdit;
+  QPointer<ZRCheckBox> m_PointsAsSpheresCheckBox;
+  QPointer<ZRCheckBox> m_ScalarBarCheckBox;
+  QPointer<ZRCheckBox> m_HistogramCheckBox;
+  vtkSmartPointer<VXUpdateHistogramCallback> m_HistogramCallback;
+  vtkWeakPointer<vtkAlgorithm> m_ObservedProducer;
+  unsigned long m_HistogramObserverTag = 0;
 };

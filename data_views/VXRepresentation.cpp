@@ -206,9 +206,24 @@ VXLookupTable* VXRepresentation::lookupTable() const
   return implementation != nullptr ? implementation->lookupTable() : nullptr;
 }
 
+QWidget* VXRepresentation::settingsWidget()
+{
+  // Rebuilt each time: the panel shows the instance of the window that is active now.
+  m_SettingsWidget = nullptr;
+  initializeSettingsWidget();
+  return m_SettingsWidget;
+}
+
 void VXRepresentation::initializeSettingsWidget()
 {
-  addSettingsWidgetTitle(nullptr, nullptr);
+  VXRepresentationPimpl* implementation = activeImplementation();
+  if (implementation == nullptr)
+  {
+    addSettingsWidgetTitle(nullptr, nullptr);
+    return;
+  }
+  implementation->initializeSettingsWidget();
+  m_SettingsWidget = implementation->settingsWidget();
 }
 
 bool VXRepresentation::isVisible() const

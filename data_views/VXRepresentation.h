@@ -65,6 +65,7 @@ public:
   bool finalize() override;
   vtkAlgorithmOutput* outputPort() const override;
   VXLookupTable* lookupTable() const override;
+  QWidget* settingsWidget() override;
   void initializeSettingsWidget() override;
   bool isVisible() const override;
   void setVisibility(bool visible) override;

@@ -2,7 +2,9 @@
 
 #include "data_views/VXRepresentation.h"
 #include "data_views/VXStateReading.h"
+#include "data_views/ZRVtkLibDocumentation.h"
 #include "platform/QtZRSettings.h"
+#include "platform/QtZRUtils.h"
 #include "platform/ZRSettingsKeys.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXVisualizationWidget.h"
@@ -43,6 +45,8 @@ VXRepresentationPimpl::VXRepresentationPimpl(VXRepresentation* owner, VXAbstract
     , m_View(view)
     , m_SplitId(view != nullptr ? view->getSplitId() : 1)
     , m_Owner(owner)
+    , m_HelpUrl(QtZRUtils::GetHelpRootDir() + QtZRUtils::GetDocumentationFilePrefix() +
+                ZRVtkLib::Documentation::k_RepresentationsPage)
 {
   if (view == nullptr)
   {
@@ -61,6 +65,11 @@ VXRepresentationPimpl::VXRepresentationPimpl(VXRepresentation* owner, VXAbstract
 VXRepresentationPimpl::~VXRepresentationPimpl()
 {
   removeInteractorObserver();
+  if (m_SettingsWidget)
+  {
+    m_SettingsWidget->setParent(nullptr);
+    m_SettingsWidget->deleteLater();
+  }
 }
 
 void VXRepresentationPimpl::removeInteractorObserver()
@@ -197,6 +206,15 @@ void VXRepresentationPimpl::pasteSettings()
     throw;
   }
   applySettings();
+  if (inputPort() != nullptr)
+  {
+    decimateGeometry();
+  }
+  if (!m_SettingsWidget)
+  {
+    initializeSettingsWidget();
+  }
+  updateSettingsControls();
   requestRender();
 }
 

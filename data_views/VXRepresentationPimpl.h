@@ -1,16 +1,28 @@
 #pragma once
 
+#include "views/VXGridAxesActor.h"
+
 #include <nlohmann/json_fwd.hpp>
 
+#include <QFrame>
+#include <QList>
+#include <QMessageBox>
 #include <QObject>
 #include <QPointer>
+#include <QScrollArea>
 #include <QString>
 
+#include <vtkSmartPointer.h>
 #include <vtkWeakPointer.h>
 
 #include <array>
+#include <functional>
 
+class QElidedLabel;
+class QVBoxLayout;
 class QtZRSettings;
+class ZRCheckBox;
+class ZRIconPushButton;
 class VXAbstractViewWidget;
 class VXLookupTable;
 class VXRepresentation;
@@ -42,7 +54,7 @@ public:
   virtual vtkAlgorithmOutput* inputPort() const = 0;
   virtual vtkAlgorithmOutput* outputPort() const = 0;
   virtual bool isVisible() const { return m_ModuleVisible; }
-  virtual void setVisibility(bool visible) { m_ModuleVisible = visible; }
+  virtual void setVisibility(bool visible);
   virtual std::array<double, 6> getModuleBounds() const;
   virtual VXLookupTable* lookupTable() const { return nullptr; }
   virtual vtkActor* getActor() const { return nullptr; }
@@ -63,11 +75,36 @@ public:
   void copySettings();
   void pasteSettings();
   // Default settings of this kind of view, under the view's type name.
+  /**
+   * Asks whether to save the current settings as the defaults of this kind of view: Yes writes them,
+   * Reset removes the stored defaults so that the built-in ones apply again. True only after Yes.
+   */
+  bool writeSettings();
   virtual void writeSettings(QtZRSettings& settings) const;
   virtual void readSettings(QtZRSettings& settings);
   void readDefaultSettings();
   // The owner's path, then "Split View " and the window's split id.
   virtual QString pathName() const;
+
+  /** @brief The answer to the default-settings question; a host or test may answer it instead of a box. */
+  using DefaultSettingsQuestion =
+      std::function<QMessageBox::StandardButton(const QString& title, const QString& text)>;
+  static void setDefaultSettingsQuestion(DefaultSettingsQuestion question);
+
+  // The settings panel of this window's instance; built by initializeSettingsWidget.
+  virtual void initializeSettingsWidget();
+  QWidget* settingsWidget() const { return m_SettingsWidget; }
+  /** @brief Moves every control of the panel to the stored settings, without their signals. */
+  virtual void updateSettingsControls();
+  /** @brief The manual's page of the data views; the view's anchor is appended when opened. */
+  QString helpUrl() const { return m_HelpUrl; }
+  virtual QString helpAnchor() const { return QString(); }
+  virtual void openHelpLink();
+  /** @brief A help button beside each control that has a page anchor. */
+  virtual void addHelpToolTipControls();
+
+  void setDataGridVisibility(bool visible);
+  VXGridAxesActor* dataAxesGridActor() const { return m_DataAxesGridActor; }
 
   VXRepresentation* owner() const { return m_Owner; }
   VXAbstractViewWidget* view() const;
@@ -88,6 +125,16 @@ public Q_SLOTS:
   void requestRender() const;
 
 protected:
+  // The header of the panel: visibility button, title, help and default-settings buttons.
+  void addTitleWithVisibilityBtn();
+  void addVisibilityHintLabel(QVBoxLayout* layout);
+  void updateVisibilityControls();
+  QVBoxLayout* settingsContentLayout() const;
+  /** @brief Registers a control for addHelpToolTipControls. */
+  void addHelpToolTip(QWidget* control, const QString& anchor, const QString& toolTip);
+  // Adds or removes the data axes grid without changing the stored flag.
+  void showDataGrid(bool shown);
+  void addDataAxesGridControls(QVBoxLayout* layout);
   void setupInteractorObserver();
   void removeInteractorObserver();
 
@@ -106,4 +153,24 @@ protected:
   unsigned long m_PressObserverTag = 0;
   unsigned long m_EndInteractionObserverTag = 0;
   VXRepresentation* m_Owner = nullptr;
+
+  QPointer<QWidget> m_SettingsWidget;
+  QPointer<QFrame> m_TitleFrame;
+  QPointer<QScrollArea> m_ScrollArea;
+  QPointer<ZRIconPushButton> m_VisibilityButton;
+  QPointer<QElidedLabel> m_VisibilityHintLabel;
+  QPointer<ZRIconPushButton> m_HelpButton;
+  QPointer<ZRIconPushButton> m_DefaultSettingsButton;
+  QPointer<ZRCheckBox> m_DataGridCheckBox;
+  QString m_HelpUrl;
+  vtkSmartPointer<VXGridAxesActor> m_DataAxesGridActor;
+
+private:
+  struct HelpToolTip
+  {
+    QPointer<QWidget> control;
+    QString anchor;
+    QString toolTip;
+  };
+  QList<HelpToolTip> m_HelpToolTips;
 };

@@ -1,6 +1,13 @@
 #include "data_views/VXSurfaceRepPimpl.h"
 
 #include "data_views/VXStateReading.h"
+#include "data_views/ZRVtkLibDocumentation.h"
+#include "data_views/ZRVtkModuleUtils.h"
+#include "platform/ZRCheckBox.h"
+#include "platform/ZRLineEdit.h"
+
+#include <QSignalBlocker>
+#include <QVBoxLayout>
 
 #include <vtkActor.h>
 #include <vtkProperty.h>
@@ -65,4 +72,49 @@ void VXSurfaceRepPimpl::readSettings(QtZRSettings& settings)
 {
   VXWireframeRepPimpl::readSettings(settings);
   ZRVtkModule::state::readSetting(settings, k_BackFaceCulling, m_BackFaceCulling);
+}
+
+void VXSurfaceRepPimpl::addStylingControls(QVBoxLayout* layout)
+{
+  VXWireframeRepPimpl::addStylingControls(layout);
+  QWidget* parent = layout->parentWidget();
+  m_ShowEdgesCheckBox =
+      ZRVtkModule::utils::GenerateCheckBoxWidget(parent, layout, ZRVtkModule::constants::k_ShowEdges);
+  connect(m_ShowEdgesCheckBox.data(), &QCheckBox::toggled, this,
+          [this](bool visible)
+          {
+            setEdgeVisibility(visible);
+            updateSettingsControls();
+          });
+  addHelpToolTip(m_ShowEdgesCheckBox, ZRVtkLib::Documentation::k_ShowEdges,
+                 QStringLiteral("Draws the edges of the cells over the surface."));
+  m_BackFaceCullingCheckBox =
+      ZRVtkModule::utils::GenerateCheckBoxWidget(parent, layout, QStringLiteral("Back Face Culling"));
+  connect(m_BackFaceCullingCheckBox.data(), &QCheckBox::toggled, this,
+          &VXSurfaceRepPimpl::setBackFaceCulling);
+  addHelpToolTip(m_BackFaceCullingCheckBox, ZRVtkLib::Documentation::k_BackFaceCulling,
+                 QStringLiteral("Leaves out the faces that turn away from the camera."));
+}
+
+void VXSurfaceRepPimpl::updateSettingsControls()
+{
+  VXWireframeRepPimpl::updateSettingsControls();
+  for (auto [box, checked] : {std::pair<ZRCheckBox*, bool>{m_ShowEdgesCheckBox, m_EdgeVisibility},
+                              std::pair<ZRCheckBox*, bool>{m_BackFaceCullingCheckBox, m_BackFaceCulling}})
+  {
+    if (box != nullptr)
+    {
+      const QSignalBlocker blocker(box);
+      box->setChecked(checked);
+    }
+  }
+  // Line size and tubes apply to the edges, so they are offered only while edges are shown.
+  if (m_LineSizeEdit)
+  {
+    m_LineSizeEdit->setEnabled(m_EdgeVisibility);
+  }
+  if (m_LinesAsTubesCheckBox)
+  {
+    m_LinesAsTubesCheckBox->setEnabled(m_EdgeVisibility);
+  }
 }

@@ -16,11 +16,20 @@ public:
   void copySettings(const VXRepresentationPimpl* other) override;
   void writeSettings(QtZRSettings& settings) const override;
   void readSettings(QtZRSettings& settings) override;
+  void updateSettingsControls() override;
+  QString levelName() const override { return QStringLiteral("surface"); }
   using VXRepresentationPimpl::copySettings;
+  using VXRepresentationPimpl::writeSettings;
 
   void setBackFaceCulling(bool culling);
   bool backFaceCulling() const { return m_BackFaceCulling; }
 
+protected:
+  // The wireframe's line controls, then "Show Edges" and "Back Face Culling".
+  void addStylingControls(QVBoxLayout* layout) override;
+
 private:
   bool m_BackFaceCulling = false;
+  QPointer<ZRCheckBox> m_ShowEdgesCheckBox;
+  QPointer<ZRCheckBox> m_BackFaceCullingCheckBox;
 };

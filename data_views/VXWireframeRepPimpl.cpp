@@ -13,3 +13,9 @@ void VXWireframeRepPimpl::applySettings()
   VXPointsRepPimpl::applySettings();
   m_Actor->GetProperty()->SetRepresentationToWireframe();
 }
+
+void VXWireframeRepPimpl::addStylingControls(QVBoxLayout* layout)
+{
+  addOpacityControls(layout);
+  addEdgesControls(layout);
+}

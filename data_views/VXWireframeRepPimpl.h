@@ -11,4 +11,9 @@ public:
   VXWireframeRepPimpl(VXRepresentation* owner, VXAbstractViewWidget* view);
 
   void applySettings() override;
+  QString levelName() const override { return QStringLiteral("wireframe"); }
+
+protected:
+  // Line size and tubes in place of the point controls.
+  void addStylingControls(QVBoxLayout* layout) override;
 };
