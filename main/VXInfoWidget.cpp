@@ -263,7 +263,7 @@ void VXInfoWidget::onActiveViewChanged(VXAbstractViewWidget* view)
 QModelIndex VXInfoWidget::selectedIndex() const
 {
   const QModelIndex current = m_TreeView->selectionModel()->currentIndex();
-  return current.isValid() ? m_ProxyModel->mapToSource(current) : QModelIndex();
+  return current.isValid() ? m_ProxyModel->mapToSource(current).siblingAtColumn(0) : QModelIndex();
 }
 
 void VXInfoWidget::selectIndex(const QModelIndex& index)

@@ -717,10 +717,11 @@ void VXPipelineModel::watchObject(QObject* object)
   // A name or flag that changes elsewhere repaints the row.
   auto repaint = [this, object]()
   {
-    const QModelIndex changed = helperIndex(object);
-    if (changed.isValid())
+    const QModelIndex first = helperIndex(object, VisibilityColumn);
+    if (first.isValid())
     {
-      Q_EMIT dataChanged(changed, changed, {Qt::DisplayRole, Qt::EditRole, Qt::ForegroundRole});
+      Q_EMIT dataChanged(first, helperIndex(object, NameColumn),
+                         {Qt::DisplayRole, Qt::EditRole, Qt::ForegroundRole});
     }
   };
   if (auto* bridge = qobject_cast<VXBridgeObject*>(object))
