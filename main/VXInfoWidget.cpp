@@ -1,5 +1,6 @@
 #include "main/VXInfoWidget.h"
 
+#include "data_views/VXRepresentationPimpl.h"
 #include "main/VXTreeStateLoader.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/VXBridgeObject.h"
@@ -25,6 +26,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QShortcut>
 #include <QSplitter>
 #include <QToolButton>
 #include <QUrl>
@@ -190,6 +192,9 @@ void VXInfoWidget::buildLayout()
             m_TreeView->expandAll();
           });
   connect(m_TreeView, &QWidget::customContextMenuRequested, this, &VXInfoWidget::showContextMenu);
+  auto* removeShortcut =
+      new QShortcut(QKeySequence::Delete, m_TreeView, nullptr, nullptr, Qt::WidgetShortcut);
+  connect(removeShortcut, &QShortcut::activated, this, &VXInfoWidget::removeSelectedItem);
   connect(m_TreeView->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &VXInfoWidget::onSelectionChanged);
 
@@ -438,6 +443,24 @@ void VXInfoWidget::showContextMenu(const QPoint& position)
     {
       menu.addSeparator();
       fillPresetMenu(&menu, index);
+    }
+    VXRepresentation* representation = m_Model->getRepresentation(index);
+    if (representation != nullptr && representation->getType() == VXRepresentation::ImageSlice)
+    {
+      VXRepresentationPimpl* view = representation->activeImplementation();
+      const bool linked = view != nullptr && m_Model->linkedSliceViews().contains(view);
+      menu.addSeparator();
+      QAction* link =
+          menu.addAction(linked ? QStringLiteral("Unlink Slices") : QStringLiteral("Link Slices"));
+      link->setEnabled(view != nullptr);
+      connect(link, &QAction::triggered, this,
+              [this, view = QPointer<VXRepresentationPimpl>(view)]()
+              {
+                if (view && m_Model)
+                {
+                  m_Model->linkImageSliceSlices(view);
+                }
+              });
     }
   }
   else

@@ -687,6 +687,14 @@ bool VXPipelineModel::loadRepresentation(const QModelIndex& index, VXRepresentat
   return m_Pipeline->addLoadedRepresentation(getCoreObject(index), representation);
 }
 
+void VXPipelineModel::showInfoWidget(const QModelIndex& index)
+{
+  if (treeItem(index) != nullptr)
+  {
+    Q_EMIT selectIndexRequest(index);
+  }
+}
+
 void VXPipelineModel::refreshVisibility()
 {
   if (m_Root->childCount() == 0)
@@ -823,6 +831,23 @@ void VXPipelineModel::representationAdded(VXRepresentation* vxRepresentation)
     vxRepresentation->setNameSuffixCounter(GetNameSuffixCounter(others, vxRepresentation->baseName()));
   }
   appendCoreObjectRow(vxRepresentation, TreeItem::Representation);
+  // A view asks to join or leave the group of linked slices; a repeated request changes nothing.
+  connect(vxRepresentation, &VXRepresentation::requestLinkViews, this,
+          [this](VXRepresentationPimpl* view)
+          {
+            if (view != nullptr && !m_LinkedSliceViews.contains(view))
+            {
+              linkImageSliceSlices(view);
+            }
+          });
+  connect(vxRepresentation, &VXRepresentation::requestUnlinkViews, this,
+          [this](VXRepresentationPimpl* view)
+          {
+            if (view != nullptr && m_LinkedSliceViews.contains(view))
+            {
+              linkImageSliceSlices(view);
+            }
+          });
 }
 
 void VXPipelineModel::removeTreeItem(TreeItem* item)

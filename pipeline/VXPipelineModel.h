@@ -158,6 +158,8 @@ public:
   bool addRepresentation(const QModelIndex& index, VXRepresentation::Type type);
   bool loadRepresentation(const QModelIndex& index, VXRepresentation* representation);
   void linkLoadedRepresentations();
+  // Asks the panel to select the row, which shows its settings.
+  void showInfoWidget(const QModelIndex& index);
   void flagChildren(TreeItem* item, bool flag);
   // Tells the views that the check state of every row may have changed (the active view changed).
   void refreshVisibility();

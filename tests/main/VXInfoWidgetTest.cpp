@@ -1,5 +1,6 @@
 // The information panel: the tree part of a state record written and read back, and what a damaged
 // record gives.
+#include "data_views/VXRepresentationPimpl.h"
 #include "main/VXTreeStateLoader.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/PipelineTreeFixture.h"
@@ -385,6 +386,48 @@ TEST_F(InfoWidgetTest, ToolbarAddsAndRemovesDataViewsOfTheSelection)
   EXPECT_EQ(m_Info.currentSettingsWidget(), nullptr);
   ASSERT_FALSE(panel.isNull());
   EXPECT_EQ(panel->parentWidget(), nullptr);
+}
+
+TEST_F(InfoWidgetTest, LinkedViewsOfAStateFormOneGroup)
+{
+  VXDataSource* source = importSphere(QStringLiteral("sphere.vtp"))->dataSources().front();
+  const QModelIndex sourceIndex = m_Model.dataSourceIndex(source);
+  json linked = outlineRecord();
+  linked["item_data"]["rep_view_implementations"][0]["rep_linked"] = true;
+  const QStringList messages = load(json::array({linked, outlineRecord(), linked}), sourceIndex);
+  EXPECT_TRUE(messages.isEmpty()) << messages.join(QStringLiteral(" | ")).toStdString();
+  ASSERT_EQ(m_Model.rowCount(sourceIndex), 4);
+  VXAbstractViewWidget* view = m_Grid.activeView();
+  VXRepresentationPimpl* firstLinked =
+      m_Model.getRepresentation(m_Model.index(1, 1, sourceIndex))->implementation(view);
+  VXRepresentationPimpl* unlinked =
+      m_Model.getRepresentation(m_Model.index(2, 1, sourceIndex))->implementation(view);
+  VXRepresentationPimpl* secondLinked =
+      m_Model.getRepresentation(m_Model.index(3, 1, sourceIndex))->implementation(view);
+  ASSERT_NE(firstLinked, nullptr);
+  EXPECT_TRUE(firstLinked->isLinked());
+  EXPECT_FALSE(unlinked->isLinked());
+  EXPECT_EQ(m_Model.linkedSliceViews(), (QList<VXRepresentationPimpl*>{firstLinked, secondLinked}));
+
+  // A view asks to join and to leave; asking twice changes nothing.
+  QSignalSpy linking(&m_Model, &VXPipelineModel::linkingDataViews);
+  VXRepresentation* owner = unlinked->owner();
+  Q_EMIT owner->requestLinkViews(unlinked);
+  Q_EMIT owner->requestLinkViews(unlinked);
+  EXPECT_TRUE(unlinked->isLinked());
+  EXPECT_EQ(m_Model.linkedSliceViews().size(), 3);
+  ASSERT_EQ(linking.count(), 1);
+  EXPECT_TRUE(linking.front().front().toBool());
+  Q_EMIT owner->requestUnlinkViews(unlinked);
+  Q_EMIT owner->requestUnlinkViews(unlinked);
+  EXPECT_FALSE(unlinked->isLinked());
+  EXPECT_EQ(m_Model.linkedSliceViews().size(), 2);
+  EXPECT_EQ(linking.count(), 2);
+
+  // A removed data view leaves the group.
+  m_Model.removeItem(m_Model.index(1, 0, sourceIndex));
+  settle();
+  EXPECT_EQ(m_Model.linkedSliceViews(), QList<VXRepresentationPimpl*>{secondLinked});
 }
 
 // The panel with its drop handler in reach.
