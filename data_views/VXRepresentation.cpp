@@ -388,15 +388,20 @@ void VXRepresentation::write(nlohmann::json& json, const QMap<VXAbstractViewWidg
 {
   json["core_object_name"] = baseName().toStdString();
   json["core_object_name_suffix"] = getNameSuffixCounter();
-  nlohmann::json implementations = nlohmann::json::array();
+  // In the order of the view numbers: the map's own order is that of addresses, which differ per run.
+  QMap<int, VXRepresentationPimpl*> byIndex;
   for (auto it = m_Implementations.cbegin(); it != m_Implementations.cend(); ++it)
   {
-    if (it.value() == nullptr || !viewIndexes.contains(it.key()))
+    if (it.value() != nullptr && viewIndexes.contains(it.key()))
     {
-      continue;
+      byIndex.insert(viewIndexes.value(it.key()), it.value().data());
     }
+  }
+  nlohmann::json implementations = nlohmann::json::array();
+  for (auto it = byIndex.cbegin(); it != byIndex.cend(); ++it)
+  {
     nlohmann::json entry = nlohmann::json::object();
-    entry["render_window_index"] = viewIndexes.value(it.key());
+    entry["render_window_index"] = it.key();
     it.value()->write(entry);
     implementations.push_back(entry);
   }

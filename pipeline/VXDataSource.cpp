@@ -495,7 +495,10 @@ void VXDataSource::read(const nlohmann::json& json, const QMap<VXAbstractViewWid
     }
   }
   applyColorSettingsJson(json);
-  if (json.contains(k_Visibility))
+  // The flag is the visibility in the view that was active at the save. The per-view record, where
+  // there is one, is more precise: the flag then applies only to a view the record names.
+  const bool perViewRecord = json.contains("core_object_views") && json.at("core_object_views").is_array();
+  if (json.contains(k_Visibility) && (!perViewRecord || m_ViewMap.contains(activeView())))
   {
     setVisibility(json.at(k_Visibility).get<bool>());
   }
