@@ -6,6 +6,7 @@
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXCoreObject.h"
 #include "pipeline/VXDataSource.h"
+#include "pipeline/VXDatasetInfoWidget.h"
 #include "pipeline/VXInfoWidgetProxyModel.h"
 #include "pipeline/VXPipeline.h"
 #include "pipeline/VXPipelineModel.h"
@@ -121,11 +122,8 @@ VXInfoWidget::VXInfoWidget(QWidget* parent)
 VXInfoWidget::~VXInfoWidget()
 {
   // The panels belong to their objects: hand them back before this widget takes them down.
-  if (m_CurrentSettingsWidget)
-  {
-    m_CurrentSettingsWidget->hide();
-    m_CurrentSettingsWidget->setParent(nullptr);
-  }
+  swapPanel(m_SettingsLayout, m_CurrentSettingsWidget, nullptr);
+  swapPanel(m_DatasetInfoLayout, m_CurrentDatasetInfoWidget, nullptr);
 }
 
 QToolButton* VXInfoWidget::makeToolButton(const QString& iconName, const QString& toolTip)
@@ -293,26 +291,43 @@ void VXInfoWidget::onSelectionChanged()
   showItemPanels(selectedIndex());
 }
 
+void VXInfoWidget::swapPanel(QVBoxLayout* layout, QPointer<QWidget>& shown, QWidget* next)
+{
+  if (next == shown)
+  {
+    return;
+  }
+  if (shown)
+  {
+    layout->removeWidget(shown);
+    shown->hide();
+    shown->setParent(nullptr); // its object keeps it
+  }
+  shown = next;
+  if (next != nullptr)
+  {
+    layout->addWidget(next);
+    next->show();
+  }
+}
+
 void VXInfoWidget::showItemPanels(const QModelIndex& index)
 {
-  QWidget* settings = m_Model ? m_Model->itemWidget(index) : nullptr;
-  if (settings != m_CurrentSettingsWidget)
+  swapPanel(m_SettingsLayout, m_CurrentSettingsWidget, m_Model ? m_Model->itemWidget(index) : nullptr);
+
+  QWidget* datasetInfo = nullptr;
+  QSharedPointer<VXDatasetInfoWidget> hold;
+  if (VXDataSource* source = m_Model ? m_Model->getDataSource(index) : nullptr)
   {
-    if (m_CurrentSettingsWidget)
-    {
-      m_SettingsLayout->removeWidget(m_CurrentSettingsWidget);
-      m_CurrentSettingsWidget->hide();
-      m_CurrentSettingsWidget->setParent(nullptr); // its object keeps it
-    }
-    m_CurrentSettingsWidget = settings;
-    if (settings != nullptr)
-    {
-      m_SettingsLayout->addWidget(settings);
-      settings->show();
-    }
+    datasetInfo = source->getDataSetInfoWidget();
   }
-  // DATASET INFO PANEL: the selected data source's VXDatasetInfoWidget (getDataSetInfoWidget()) goes
-  // into m_DatasetInfoLayout here once that panel is part of the build.
+  else if (VXRepresentation* representation = m_Model ? m_Model->getRepresentation(index) : nullptr)
+  {
+    hold = representation->getDataSetInfoWidget();
+    datasetInfo = hold.data();
+  }
+  swapPanel(m_DatasetInfoLayout, m_CurrentDatasetInfoWidget, datasetInfo);
+  m_DatasetInfoHold = hold;
 }
 
 void VXInfoWidget::addRepresentationToSelection(VXRepresentation::Type type)

@@ -4,6 +4,7 @@
 #include "main/VXTreeStateLoader.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/PipelineTreeFixture.h"
+#include "pipeline/VXDatasetInfoWidget.h"
 #include "pipeline/VXInfoWidgetProxyModel.h"
 #include "pipeline/VXRenderTreeView.h"
 
@@ -428,6 +429,35 @@ TEST_F(InfoWidgetTest, LinkedViewsOfAStateFormOneGroup)
   m_Model.removeItem(m_Model.index(1, 0, sourceIndex));
   settle();
   EXPECT_EQ(m_Model.linkedSliceViews(), QList<VXRepresentationPimpl*>{secondLinked});
+}
+
+TEST_F(InfoWidgetTest, SelectedItemShowsItsDatasetInformation)
+{
+  VXBridgeObject* bridge = importSphere(QStringLiteral("sphere.vtp"));
+  VXDataSource* source = bridge->dataSources().front();
+  const QModelIndex sourceIndex = m_Model.dataSourceIndex(source);
+  EXPECT_EQ(m_Info.currentDatasetInfoWidget(), nullptr);
+
+  m_Info.selectIndex(sourceIndex);
+  ASSERT_NE(m_Info.currentDatasetInfoWidget(), nullptr);
+  EXPECT_EQ(m_Info.currentDatasetInfoWidget(), source->getDataSetInfoWidget());
+  EXPECT_EQ(m_Info.currentDatasetInfoWidget()->parentWidget(), m_Info.datasetInfoArea());
+  EXPECT_EQ(source->getDataSetInfoWidget()->dataSet(), source->getOutput());
+
+  // A data view's panel is shared with it: the panel keeps it alive while it is shown.
+  VXRepresentation* view = m_Model.getRepresentation(m_Model.index(0, 1, sourceIndex));
+  m_Info.selectIndex(m_Model.index(0, 1, sourceIndex));
+  EXPECT_EQ(m_Info.currentDatasetInfoWidget(), view->getDataSetInfoWidget().data());
+  QPointer<QWidget> sourcePanel = source->getDataSetInfoWidget();
+  EXPECT_EQ(sourcePanel->parentWidget(), nullptr);
+  QPointer<QWidget> viewPanel = m_Info.currentDatasetInfoWidget();
+  m_Info.removeSelectedItem();
+  settle();
+  // The row is gone; so is the shown panel of the view once nothing holds it.
+  m_Info.selectIndex(m_Model.pipelineIndex(bridge));
+  EXPECT_EQ(m_Info.currentDatasetInfoWidget(), nullptr);
+  EXPECT_TRUE(viewPanel.isNull());
+  EXPECT_FALSE(sourcePanel.isNull());
 }
 
 // The panel with its drop handler in reach.
