@@ -9,6 +9,7 @@
 #include "pipeline/VXPipeline.h"
 #include "pipeline/ZRToVXBridge.h"
 #include "platform/ZRStyle.h"
+#include "views/VXAbstractViewWidget.h"
 
 #include <QIcon>
 #include <QPainter>
@@ -797,6 +798,12 @@ void VXPipelineModel::appendCoreObjectRow(VXCoreObject* coreObject, TreeItem::Ki
   parentItem->appendChild({kind, coreObject});
   endInsertRows();
   watchObject(coreObject);
+  if (m_Pipeline != nullptr)
+  {
+    // Objects follow the active view, and a data view tells the tree whether it is drawn there.
+    connect(m_Pipeline, &VXPipeline::activeViewChanged, coreObject, &VXCoreObject::activeViewChanged,
+            Qt::UniqueConnection);
+  }
   if (auto* fileBridge = qobject_cast<FileToVXBridge*>(coreObject->parent()))
   {
     if (fileBridge->autoReloadFlagged())

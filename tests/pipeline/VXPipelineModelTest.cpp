@@ -206,7 +206,11 @@ TEST_F(PipelineModelTest, CheckStateFollowsTheActiveView)
 
   // The same row, another window: a split window starts with the data view hidden.
   QSignalSpy changed(&m_Model, &QAbstractItemModel::dataChanged);
+  QSignalSpy drawnThere(view, &VXCoreObject::enabledDisabledStateChanged);
   m_Pipeline.setActiveViewWidget(right);
+  // The data view hears of the new window and tells whether it is drawn there.
+  ASSERT_EQ(drawnThere.count(), 1);
+  EXPECT_TRUE(drawnThere.front().at(1).toBool());
   m_Info.onActiveViewChanged(right);
   EXPECT_GE(changed.count(), 1);
   EXPECT_EQ(checkIndex(view).data(Qt::CheckStateRole).toInt(), Qt::Unchecked);
