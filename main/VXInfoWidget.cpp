@@ -1,10 +1,12 @@
 #include "main/VXInfoWidget.h"
 
+#include "data_views/VXRepresentationPimpl.h"
 #include "main/VXTreeStateLoader.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXCoreObject.h"
 #include "pipeline/VXDataSource.h"
+#include "pipeline/VXDatasetInfoWidget.h"
 #include "pipeline/VXInfoWidgetProxyModel.h"
 #include "pipeline/VXPipeline.h"
 #include "pipeline/VXPipelineModel.h"
@@ -25,6 +27,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
+#include <QShortcut>
 #include <QSplitter>
 #include <QToolButton>
 #include <QUrl>
@@ -119,11 +122,8 @@ VXInfoWidget::VXInfoWidget(QWidget* parent)
 VXInfoWidget::~VXInfoWidget()
 {
   // The panels belong to their objects: hand them back before this widget takes them down.
-  if (m_CurrentSettingsWidget)
-  {
-    m_CurrentSettingsWidget->hide();
-    m_CurrentSettingsWidget->setParent(nullptr);
-  }
+  swapPanel(m_SettingsLayout, m_CurrentSettingsWidget, nullptr);
+  swapPanel(m_DatasetInfoLayout, m_CurrentDatasetInfoWidget, nullptr);
 }
 
 QToolButton* VXInfoWidget::makeToolButton(const QString& iconName, const QString& toolTip)
@@ -190,6 +190,9 @@ void VXInfoWidget::buildLayout()
             m_TreeView->expandAll();
           });
   connect(m_TreeView, &QWidget::customContextMenuRequested, this, &VXInfoWidget::showContextMenu);
+  auto* removeShortcut =
+      new QShortcut(QKeySequence::Delete, m_TreeView, nullptr, nullptr, Qt::WidgetShortcut);
+  connect(removeShortcut, &QShortcut::activated, this, &VXInfoWidget::removeSelectedItem);
   connect(m_TreeView->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &VXInfoWidget::onSelectionChanged);
 
@@ -263,7 +266,7 @@ void VXInfoWidget::onActiveViewChanged(VXAbstractViewWidget* view)
 QModelIndex VXInfoWidget::selectedIndex() const
 {
   const QModelIndex current = m_TreeView->selectionModel()->currentIndex();
-  return current.isValid() ? m_ProxyModel->mapToSource(current) : QModelIndex();
+  return current.isValid() ? m_ProxyModel->mapToSource(current).siblingAtColumn(0) : QModelIndex();
 }
 
 void VXInfoWidget::selectIndex(const QModelIndex& index)
@@ -288,26 +291,43 @@ void VXInfoWidget::onSelectionChanged()
   showItemPanels(selectedIndex());
 }
 
+void VXInfoWidget::swapPanel(QVBoxLayout* layout, QPointer<QWidget>& shown, QWidget* next)
+{
+  if (next == shown)
+  {
+    return;
+  }
+  if (shown)
+  {
+    layout->removeWidget(shown);
+    shown->hide();
+    shown->setParent(nullptr); // its object keeps it
+  }
+  shown = next;
+  if (next != nullptr)
+  {
+    layout->addWidget(next);
+    next->show();
+  }
+}
+
 void VXInfoWidget::showItemPanels(const QModelIndex& index)
 {
-  QWidget* settings = m_Model ? m_Model->itemWidget(index) : nullptr;
-  if (settings != m_CurrentSettingsWidget)
+  swapPanel(m_SettingsLayout, m_CurrentSettingsWidget, m_Model ? m_Model->itemWidget(index) : nullptr);
+
+  QWidget* datasetInfo = nullptr;
+  QSharedPointer<VXDatasetInfoWidget> hold;
+  if (VXDataSource* source = m_Model ? m_Model->getDataSource(index) : nullptr)
   {
-    if (m_CurrentSettingsWidget)
-    {
-      m_SettingsLayout->removeWidget(m_CurrentSettingsWidget);
-      m_CurrentSettingsWidget->hide();
-      m_CurrentSettingsWidget->setParent(nullptr); // its object keeps it
-    }
-    m_CurrentSettingsWidget = settings;
-    if (settings != nullptr)
-    {
-      m_SettingsLayout->addWidget(settings);
-      settings->show();
-    }
+    datasetInfo = source->getDataSetInfoWidget();
   }
-  // DATASET INFO PANEL: the selected data source's VXDatasetInfoWidget (getDataSetInfoWidget()) goes
-  // into m_DatasetInfoLayout here once that panel is part of the build.
+  else if (VXRepresentation* representation = m_Model ? m_Model->getRepresentation(index) : nullptr)
+  {
+    hold = representation->getDataSetInfoWidget();
+    datasetInfo = hold.data();
+  }
+  swapPanel(m_DatasetInfoLayout, m_CurrentDatasetInfoWidget, datasetInfo);
+  m_DatasetInfoHold = hold;
 }
 
 void VXInfoWidget::addRepresentationToSelection(VXRepresentation::Type type)
@@ -438,6 +458,24 @@ void VXInfoWidget::showContextMenu(const QPoint& position)
     {
       menu.addSeparator();
       fillPresetMenu(&menu, index);
+    }
+    VXRepresentation* representation = m_Model->getRepresentation(index);
+    if (representation != nullptr && representation->getType() == VXRepresentation::ImageSlice)
+    {
+      VXRepresentationPimpl* view = representation->activeImplementation();
+      const bool linked = view != nullptr && m_Model->linkedSliceViews().contains(view);
+      menu.addSeparator();
+      QAction* link =
+          menu.addAction(linked ? QStringLiteral("Unlink Slices") : QStringLiteral("Link Slices"));
+      link->setEnabled(view != nullptr);
+      connect(link, &QAction::triggered, this,
+              [this, view = QPointer<VXRepresentationPimpl>(view)]()
+              {
+                if (view && m_Model)
+                {
+                  m_Model->linkImageSliceSlices(view);
+                }
+              });
     }
   }
   else

@@ -8,6 +8,7 @@
 #include <QMap>
 #include <QModelIndex>
 #include <QPointer>
+#include <QSharedPointer>
 #include <QString>
 #include <QWidget>
 
@@ -18,6 +19,7 @@ class QVBoxLayout;
 class VXAbstractViewWidget;
 class VXBridgeObject;
 class VXCoreObject;
+class VXDatasetInfoWidget;
 class VXInfoWidgetProxyModel;
 class VXPipelineModel;
 class VXRenderTreeView;
@@ -60,6 +62,8 @@ public:
   // The settings panel shown for the selected row, or null.
   QWidget* currentSettingsWidget() const { return m_CurrentSettingsWidget; }
   QWidget* datasetInfoArea() const { return m_DatasetInfoArea; }
+  // The dataset information shown for the selected data source or data view, or null.
+  QWidget* currentDatasetInfoWidget() const { return m_CurrentDatasetInfoWidget; }
 
   // Data view kinds offered by the toolbar and the context menu.
   static const QList<VXRepresentation::Type> k_AddableRepresentationTypes;
@@ -93,6 +97,8 @@ private:
   QToolButton* makeToolButton(const QString& iconName, const QString& toolTip);
   void onSelectionChanged();
   void showItemPanels(const QModelIndex& index);
+  // Puts the widget into the layout in place of the shown one, which goes back to its owner.
+  static void swapPanel(QVBoxLayout* layout, QPointer<QWidget>& shown, QWidget* next);
   void showContextMenu(const QPoint& position);
   void fillPresetMenu(QMenu* menu, const QModelIndex& index);
   void updateToolbarState();
@@ -108,5 +114,8 @@ private:
   QWidget* m_DatasetInfoArea = nullptr;
   QVBoxLayout* m_DatasetInfoLayout = nullptr;
   QPointer<QWidget> m_CurrentSettingsWidget;
+  QPointer<QWidget> m_CurrentDatasetInfoWidget;
+  // A data view shares its dataset panel: held while shown, so that it outlives a removed view.
+  QSharedPointer<VXDatasetInfoWidget> m_DatasetInfoHold;
   QPointer<VXAbstractViewWidget> m_ActiveView;
 };

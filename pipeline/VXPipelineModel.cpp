@@ -9,6 +9,7 @@
 #include "pipeline/VXPipeline.h"
 #include "pipeline/ZRToVXBridge.h"
 #include "platform/ZRStyle.h"
+#include "views/VXAbstractViewWidget.h"
 
 #include <QIcon>
 #include <QPainter>
@@ -687,6 +688,14 @@ bool VXPipelineModel::loadRepresentation(const QModelIndex& index, VXRepresentat
   return m_Pipeline->addLoadedRepresentation(getCoreObject(index), representation);
 }
 
+void VXPipelineModel::showInfoWidget(const QModelIndex& index)
+{
+  if (treeItem(index) != nullptr)
+  {
+    Q_EMIT selectIndexRequest(index);
+  }
+}
+
 void VXPipelineModel::refreshVisibility()
 {
   if (m_Root->childCount() == 0)
@@ -717,10 +726,11 @@ void VXPipelineModel::watchObject(QObject* object)
   // A name or flag that changes elsewhere repaints the row.
   auto repaint = [this, object]()
   {
-    const QModelIndex changed = helperIndex(object);
-    if (changed.isValid())
+    const QModelIndex first = helperIndex(object, VisibilityColumn);
+    if (first.isValid())
     {
-      Q_EMIT dataChanged(changed, changed, {Qt::DisplayRole, Qt::EditRole, Qt::ForegroundRole});
+      Q_EMIT dataChanged(first, helperIndex(object, NameColumn),
+                         {Qt::DisplayRole, Qt::EditRole, Qt::ForegroundRole});
     }
   };
   if (auto* bridge = qobject_cast<VXBridgeObject*>(object))
@@ -788,6 +798,12 @@ void VXPipelineModel::appendCoreObjectRow(VXCoreObject* coreObject, TreeItem::Ki
   parentItem->appendChild({kind, coreObject});
   endInsertRows();
   watchObject(coreObject);
+  if (m_Pipeline != nullptr)
+  {
+    // Objects follow the active view, and a data view tells the tree whether it is drawn there.
+    connect(m_Pipeline, &VXPipeline::activeViewChanged, coreObject, &VXCoreObject::activeViewChanged,
+            Qt::UniqueConnection);
+  }
   if (auto* fileBridge = qobject_cast<FileToVXBridge*>(coreObject->parent()))
   {
     if (fileBridge->autoReloadFlagged())
@@ -822,6 +838,23 @@ void VXPipelineModel::representationAdded(VXRepresentation* vxRepresentation)
     vxRepresentation->setNameSuffixCounter(GetNameSuffixCounter(others, vxRepresentation->baseName()));
   }
   appendCoreObjectRow(vxRepresentation, TreeItem::Representation);
+  // A view asks to join or leave the group of linked slices; a repeated request changes nothing.
+  connect(vxRepresentation, &VXRepresentation::requestLinkViews, this,
+          [this](VXRepresentationPimpl* view)
+          {
+            if (view != nullptr && !m_LinkedSliceViews.contains(view))
+            {
+              linkImageSliceSlices(view);
+            }
+          });
+  connect(vxRepresentation, &VXRepresentation::requestUnlinkViews, this,
+          [this](VXRepresentationPimpl* view)
+          {
+            if (view != nullptr && m_LinkedSliceViews.contains(view))
+            {
+              linkImageSliceSlices(view);
+            }
+          });
 }
 
 void VXPipelineModel::removeTreeItem(TreeItem* item)

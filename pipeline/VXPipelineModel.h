@@ -135,12 +135,13 @@ public:
   VXDataSource* getDataSource(const QModelIndex& index) const;
   QList<VXDataSource*> getChildDataSources(const QModelIndex& index) const;
 
-  // Reverse lookups; an object that is not in the tree gives an invalid index.
+  // Reverse lookups, in the first column so that they serve as parents; an object that is not in the
+  // tree gives an invalid index.
   QModelIndex pipelineIndex(VXBridgeObject* bridge) const;
   QModelIndex representationIndex(VXRepresentation* representation) const;
   QModelIndex dataSourceIndex(VXDataSource* dataSource) const;
   QModelIndex coreObjectIndex(VXCoreObject* coreObject) const;
-  QModelIndex helperIndex(const QObject* object, int column = NameColumn) const;
+  QModelIndex helperIndex(const QObject* object, int column = VisibilityColumn) const;
 
   // Collections, in tree order.
   QList<VXRepresentation*> getAllRepresentations() const;
@@ -157,6 +158,8 @@ public:
   bool addRepresentation(const QModelIndex& index, VXRepresentation::Type type);
   bool loadRepresentation(const QModelIndex& index, VXRepresentation* representation);
   void linkLoadedRepresentations();
+  // Asks the panel to select the row, which shows its settings.
+  void showInfoWidget(const QModelIndex& index);
   void flagChildren(TreeItem* item, bool flag);
   // Tells the views that the check state of every row may have changed (the active view changed).
   void refreshVisibility();
