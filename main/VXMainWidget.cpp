@@ -773,7 +773,12 @@ void VXMainWidget::exportPresets(const QString& filePath, const QList<QString>& 
   nlohmann::json output = nlohmann::json::object();
   for (const QString& name : presetNames)
   {
-    output[name.toStdString()] = getPresetJson(name);
+    // A preset that cannot be read has been reported and is left out.
+    nlohmann::json preset = getPresetJson(name);
+    if (preset.is_object())
+    {
+      output[name.toStdString()] = std::move(preset);
+    }
   }
   const std::string text = output.dump(2);
   if (writeTextFile(filePath, QByteArray::fromStdString(text),

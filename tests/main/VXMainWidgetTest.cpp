@@ -1,8 +1,10 @@
 // The main widget: state files, presets, stored defaults, drops and the views it joins.
 #include "main/VXMainWidget.h"
 
+#include "data_views/VXRepresentation.h"
 #include "main/MainWidgetTestSupport.h"
 #include "main/VXInfoWidget.h"
+#include "pipeline/FileToVXBridge.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
@@ -10,6 +12,7 @@
 #include "platform/QtZRSettings.h"
 #include "platform/ZRSettingsKeys.h"
 #include "views/VXAbstractViewWidget.h"
+#include "views/VXGridAxesActor.h"
 #include "views/VXViewGridWidget.h"
 #include "views/VXViewWidget.h"
 #include "views/VXVisualizationWidget.h"
@@ -33,6 +36,7 @@
 #include <functional>
 #include <memory>
 #include <random>
+#include <vector>
 
 namespace
 {
@@ -246,26 +250,41 @@ TEST_F(MainWidgetTest, ActiveViewBookkeepingAndOnlyTheActiveViewSpeaks)
   EXPECT_EQ(messagesOf(output), QStringList({QStringLiteral("from the active view")}));
 }
 
-TEST_F(MainWidgetTest, ReloadReachesEveryView)
+TEST_F(MainWidgetTest, ReloadReachesEveryViewSoGridAxesFollowTheNewBounds)
 {
-  VXBridgeObject* bridge = importCopy(*m_Widget, QStringLiteral("image.vti"), m_Dir.path());
+  const QString path = m_Dir.filePath(QStringLiteral("data.vtk"));
+  ASSERT_TRUE(QFile::copy(k_VtkData + QStringLiteral("legacy_image.vtk"), path));
+  auto* bridge = qobject_cast<FileToVXBridge*>(m_Widget->pipeline()->importFile(path));
   ASSERT_NE(bridge, nullptr);
-  split(*m_Widget, 0, true);
-  int reloads = 0;
-  for (VXAbstractViewWidget* view : m_Widget->getAllViewWidgets())
+  ASSERT_EQ(bridge->dataSources().size(), 1);
+  VXDataSource* source = bridge->dataSources().front();
+  if (source->findChildren<VXRepresentation*>().isEmpty())
   {
-    // Every view's handler is connected: count the views that hear the reload.
-    QObject::connect(m_Widget->pipeline(), &VXPipeline::pipelineOutputReloaded, view,
-                     [&reloads]() { ++reloads; });
+    ASSERT_TRUE(m_Widget->pipeline()->addRepresentation(source, VXRepresentation::Outline));
   }
-  const int connectedBefore = reloads;
-  Q_EMIT m_Widget->pipeline()->pipelineOutputReloaded();
-  EXPECT_EQ(reloads - connectedBefore, 2);
-  for (VXAbstractViewWidget* view : m_Widget->getAllViewWidgets())
+  split(*m_Widget, 0, true);
+  const QList<VXAbstractViewWidget*> views = m_Widget->getAllViewWidgets();
+  ASSERT_EQ(views.size(), 2);
+  // Shown in both windows.
+  for (VXAbstractViewWidget* view : views)
   {
-    EXPECT_TRUE(QObject::disconnect(m_Widget->pipeline(), &VXPipeline::pipelineOutputReloaded, view,
-                                    &VXAbstractViewWidget::onPipelineOutputReloaded))
-        << "a view does not follow reloads";
+    m_Widget->setActiveView(view);
+    source->findChildren<VXRepresentation*>().front()->setVisibility(true);
+  }
+  settle();
+
+  // The image becomes the unstructured grid of 0..1 x 0..1 x 0..2.
+  ASSERT_TRUE(QFile::remove(path));
+  ASSERT_TRUE(QFile::copy(k_VtkData + QStringLiteral("legacy_ascii.vtk"), path));
+  bridge->reload();
+  settle();
+  for (VXAbstractViewWidget* view : views)
+  {
+    VXGridAxesActor* axes = view->getVisualizationWidget()->getGridAxesActor();
+    ASSERT_NE(axes, nullptr);
+    const double* bounds = axes->GetGridBounds();
+    EXPECT_EQ(std::vector<double>(bounds, bounds + 6), std::vector<double>({0, 1, 0, 1, 0, 2}))
+        << "split view " << view->getSplitId();
   }
 }
 
@@ -434,9 +453,13 @@ TEST_F(MainWidgetTest, PresetRoundTripThroughAFile)
 
   const QString file = m_Dir.filePath(QStringLiteral("presets.json"));
   output.clear();
-  m_Widget->exportPresets(file, {QStringLiteral("Outlined")});
-  EXPECT_EQ(messagesOf(output),
-            QStringList({QStringLiteral("Presets successfully written to file at '%1'").arg(file)}));
+  // A name without a preset is reported and left out of the file.
+  m_Widget->exportPresets(file, {QStringLiteral("Outlined"), QStringLiteral("Nope")});
+  EXPECT_EQ(
+      messagesOf(output),
+      QStringList({QStringLiteral(
+                       "Error reading visualization preset Nope. Expected json formatted string not found."),
+                   QStringLiteral("Presets successfully written to file at '%1'").arg(file)}));
   const nlohmann::json exported = nlohmann::json::parse(readFile(file).toStdString());
   EXPECT_EQ(exported, nlohmann::json({{"Outlined", preset}}));
 
@@ -691,10 +714,15 @@ TEST_F(MainWidgetTest, MutatedStateFilesGiveMessagesAndNeverCrash)
   auto widget = makeWidget();
   QSignalSpy output(widget.get(), &VXMainWidget::printOutput);
   std::mt19937 random(20261123u);
-  const std::vector<nlohmann::json> wrongValues = {"x",     nlohmann::json::array(),  nullptr, -1,
-                                                   1.5e300, nlohmann::json::object(), true};
+  // Values that no reader converts to the type of the value they replace.
+  const std::vector<nlohmann::json> notNumbers = {"x", nlohmann::json::array(), nlohmann::json::object(),
+                                                  nullptr};
+  const std::vector<nlohmann::json> notStrings = {7, nlohmann::json::array(), nlohmann::json::object(),
+                                                  nullptr};
+  const std::vector<nlohmann::json> notBooleans = {"x", 2, nlohmann::json::array(), nullptr};
+  int reported = 0;
   const QString mutated = m_Dir.filePath(QStringLiteral("mutated.ksxstate"));
-  for (int round = 0; round < 60; ++round)
+  for (int round = 0; round < 40; ++round)
   {
     QByteArray bytes;
     const bool truncate = round % 4 == 0;
@@ -711,7 +739,10 @@ TEST_F(MainWidgetTest, MutatedStateFilesGiveMessagesAndNeverCrash)
       auto it = flat.begin();
       std::advance(it, static_cast<long>(random() % flat.size()));
       nlohmann::json::json_pointer pointer(it.key());
-      state[pointer] = wrongValues[random() % wrongValues.size()];
+      const nlohmann::json& original = it.value();
+      const std::vector<nlohmann::json>& choices =
+          original.is_string() ? notStrings : (original.is_boolean() ? notBooleans : notNumbers);
+      state[pointer] = choices[random() % choices.size()];
       bytes = QByteArray::fromStdString(state.dump(2));
     }
     ASSERT_TRUE(writeFile(mutated, bytes));
@@ -724,9 +755,14 @@ TEST_F(MainWidgetTest, MutatedStateFilesGiveMessagesAndNeverCrash)
       EXPECT_EQ(output.front().front().toString(),
                 QStringLiteral("Error opening visualization state from state file %1").arg(mutated));
     }
-    // Whatever came of it, the widget keeps a usable view.
+    reported += output.isEmpty() ? 0 : 1;
+    // Whatever came of it, the widget keeps a usable view and can save its scene.
     ASSERT_GE(widget->getAllViewWidgets().size(), 1) << "round " << round;
+    nlohmann::json again;
+    EXPECT_NO_THROW(widget->saveState(again)) << "round " << round;
   }
+  // Most wrong types are refused with the message; some readers take any value and keep their own.
+  EXPECT_GT(reported, 20) << reported << " of 40";
   // And a good file still loads after all that.
   output.clear();
   widget->loadState(good);
