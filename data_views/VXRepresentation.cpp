@@ -1,10 +1,19 @@
 #include "data_views/VXRepresentation.h"
 
+#include "data_views/VXDataSetInfoWidgetUpdateCallback.h"
 #include "data_views/VXRepresentationPimpl.h"
 #include "pipeline/VXDataSource.h"
+#include "pipeline/VXDatasetInfoWidget.h"
 #include "pipeline/VXPipeline.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXVisualizationWidget.h"
+
+#include <vtkAlgorithm.h>
+#include <vtkAlgorithmOutput.h>
+#include <vtkCommand.h>
+#include <vtkDataSet.h>
+#include <vtkSmartPointer.h>
+#include <vtkWeakPointer.h>
 
 #include <nlohmann/json.hpp>
 
@@ -53,14 +62,111 @@ bool VXRepresentation::IsRegistered(Type type)
   return factories().count(type) > 0;
 }
 
+struct VXRepresentation::InputProducerObserver
+{
+  vtkWeakPointer<vtkAlgorithm> m_Producer;
+  vtkSmartPointer<VXDataSetInfoWidgetUpdateCallback<VXRepresentation>> m_Callback;
+  unsigned long m_Tag = 0;
+
+  void detach()
+  {
+    if (m_Producer != nullptr && m_Tag != 0)
+    {
+      m_Producer->RemoveObserver(m_Tag);
+    }
+    m_Producer = nullptr;
+    m_Tag = 0;
+  }
+};
+
 VXRepresentation::VXRepresentation(QObject* parent)
     : VXCoreObject(parent)
+    , m_InputProducerObserver(std::make_unique<InputProducerObserver>())
 {
 }
 
 VXRepresentation::~VXRepresentation()
 {
+  m_InputProducerObserver->detach();
+  if (m_InputProducerObserver->m_Callback != nullptr)
+  {
+    m_InputProducerObserver->m_Callback->setView(nullptr);
+  }
   finalize();
+}
+
+void VXRepresentation::observeInputProducer(vtkAlgorithmOutput* input)
+{
+  vtkAlgorithm* producer = input != nullptr ? input->GetProducer() : nullptr;
+  InputProducerObserver& observer = *m_InputProducerObserver;
+  if (producer == observer.m_Producer.Get())
+  {
+    return;
+  }
+  observer.detach();
+  if (producer == nullptr)
+  {
+    return;
+  }
+  if (observer.m_Callback == nullptr)
+  {
+    observer.m_Callback = vtkSmartPointer<VXDataSetInfoWidgetUpdateCallback<VXRepresentation>>::New();
+    observer.m_Callback->setView(this);
+  }
+  observer.m_Producer = producer;
+  observer.m_Tag = producer->AddObserver(vtkCommand::EndEvent, observer.m_Callback);
+}
+
+vtkDataSet* VXRepresentation::inputDataSet() const
+{
+  for (VXRepresentationPimpl* implementation : getDataViewSplits())
+  {
+    if (implementation == nullptr)
+    {
+      continue;
+    }
+    vtkAlgorithmOutput* input = implementation->inputPort();
+    if (input == nullptr || input->GetProducer() == nullptr)
+    {
+      return nullptr;
+    }
+    return vtkDataSet::SafeDownCast(input->GetProducer()->GetOutputDataObject(input->GetIndex()));
+  }
+  return nullptr;
+}
+
+void VXRepresentation::initializeDataSetInfoWidget()
+{
+  if (m_DatasetInfoWidget.isNull())
+  {
+    m_DatasetInfoWidget = QSharedPointer<VXDatasetInfoWidget>::create();
+    connect(this, &VXCoreObject::pathChanged, m_DatasetInfoWidget.data(), &VXDatasetInfoWidget::setItemPath);
+  }
+  m_DatasetInfoWidget->setItemPath(pathName());
+  m_DatasetInfoWidget->setDataSet(inputDataSet());
+}
+
+void VXRepresentation::updateDataSetInfoWidget()
+{
+  if (m_DatasetInfoWidget.isNull())
+  {
+    return;
+  }
+  m_DatasetInfoWidget->setItemPath(pathName());
+  m_DatasetInfoWidget->setDataSet(inputDataSet());
+  m_DatasetInfoWidget->updateInfo();
+}
+
+void VXRepresentation::showDataSetInfoWidget()
+{
+  getDataSetInfoWidget()->show();
+}
+
+QSharedPointer<VXDatasetInfoWidget> VXRepresentation::getDataSetInfoWidget()
+{
+  initializeDataSetInfoWidget();
+  updateDataSetInfoWidget();
+  return m_DatasetInfoWidget;
 }
 
 void VXRepresentation::initialize(vtkAlgorithmOutput* inputPort)
@@ -130,8 +236,10 @@ bool VXRepresentation::addViewWidgetSplit(VXAbstractViewWidget* source, VXAbstra
     return false;
   }
   implementation->initialize(input);
+  observeInputProducer(input);
   implementation->setVisibility(visible);
   m_ViewMap[split] = visible;
+  updateDataSetInfoWidget();
   return true;
 }
 
@@ -295,15 +403,20 @@ void VXRepresentation::write(nlohmann::json& json, const QMap<VXAbstractViewWidg
 {
   json["core_object_name"] = baseName().toStdString();
   json["core_object_name_suffix"] = getNameSuffixCounter();
-  nlohmann::json implementations = nlohmann::json::array();
+  // In the order of the view numbers: the map's own order is that of addresses, which differ per run.
+  QMap<int, VXRepresentationPimpl*> byIndex;
   for (auto it = m_Implementations.cbegin(); it != m_Implementations.cend(); ++it)
   {
-    if (it.value() == nullptr || !viewIndexes.contains(it.key()))
+    if (it.value() != nullptr && viewIndexes.contains(it.key()))
     {
-      continue;
+      byIndex.insert(viewIndexes.value(it.key()), it.value().data());
     }
+  }
+  nlohmann::json implementations = nlohmann::json::array();
+  for (auto it = byIndex.cbegin(); it != byIndex.cend(); ++it)
+  {
     nlohmann::json entry = nlohmann::json::object();
-    entry["render_window_index"] = viewIndexes.value(it.key());
+    entry["render_window_index"] = it.key();
     it.value()->write(entry);
     implementations.push_back(entry);
   }
@@ -354,6 +467,7 @@ void VXRepresentation::receivePipelineOutputReloaded()
       implementation->receivePipelineOutputReloaded();
     }
   }
+  updateDataSetInfoWidget();
   renderAll();
 }
 

@@ -4,11 +4,14 @@
 
 #include <QMap>
 #include <QPointer>
+#include <QSharedPointer>
 #include <QString>
 
 #include <functional>
+#include <memory>
 #include <vector>
 
+class VXDatasetInfoWidget;
 class VXRepresentationPimpl;
 class vtkAlgorithmOutput;
 
@@ -85,6 +88,16 @@ public:
   bool isHighlighted() const { return m_Highlighted; }
   QString defaultName() const { return humanTypeName(); }
 
+  /** @brief Makes the dataset information panel once and feeds it the first window's input. */
+  virtual void initializeDataSetInfoWidget();
+  /** @brief Refreshes the panel if it exists. */
+  virtual void updateDataSetInfoWidget();
+  virtual void showDataSetInfoWidget();
+  /** @brief The panel, made if needed and refreshed first. */
+  QSharedPointer<VXDatasetInfoWidget> getDataSetInfoWidget();
+  /** @brief The dataset that the first window's implementation draws, or null. */
+  vtkDataSet* inputDataSet() const;
+
 public Q_SLOTS:
   void addViewWidgetCopy(VXAbstractViewWidget* sourceViewWidget,
                          VXAbstractViewWidget* splitViewWidget) override;
@@ -107,7 +120,13 @@ protected:
   virtual bool isOwnImplementation(const VXRepresentationPimpl* implementation) const = 0;
 
 private:
+  struct InputProducerObserver;
+  // Refreshes the panel after each run of the producer of the input.
+  void observeInputProducer(vtkAlgorithmOutput* input);
+
   QMap<VXAbstractViewWidget*, QPointer<VXRepresentationPimpl>> m_Implementations;
+  QSharedPointer<VXDatasetInfoWidget> m_DatasetInfoWidget;
+  std::unique_ptr<InputProducerObserver> m_InputProducerObserver;
   QPointer<VXCoreObject> m_ParentSource;
   bool m_Highlighted = false;
 };

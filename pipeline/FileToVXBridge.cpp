@@ -3,11 +3,13 @@
 #include "data_bridge/ZRVtkDatasetReaders.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "pipeline/VXDataSource.h"
+#include "pipeline/VXStateFileDirectory.h"
 #include "platform/ZRStyle.h"
 
 #include <nlohmann/json.hpp>
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
@@ -17,6 +19,8 @@
 namespace
 {
 constexpr const char* k_FilePathKey = "bridge_object_file_path";
+// The same file relative to the folder of the state file, so that data moved with its state loads.
+constexpr const char* k_RelativeFilePathKey = "bridge_object_file_relative_path";
 constexpr const char* k_ItemNameKey = "bridge_object_item_name";
 
 bool isDatasetSuffix(const QString& suffix)
@@ -347,11 +351,27 @@ QString FileToVXBridge::chooseFile(const QString& caption)
 void FileToVXBridge::write(nlohmann::json& json) const
 {
   json[k_FilePathKey] = m_FilePath.toStdString();
+  const QString stateDirectory = VXStateFileDirectory::Current();
+  if (!stateDirectory.isEmpty() && !m_FilePath.isEmpty())
+  {
+    json[k_RelativeFilePathKey] = QDir(stateDirectory).relativeFilePath(m_FilePath).toStdString();
+  }
   json[k_ItemNameKey] = baseName().toStdString();
 }
 
 void FileToVXBridge::read(const nlohmann::json& json)
 {
-  import(QString::fromStdString(json.at(k_FilePathKey).get<std::string>()));
+  QString path = QString::fromStdString(json.at(k_FilePathKey).get<std::string>());
+  const QString stateDirectory = VXStateFileDirectory::Current();
+  if (!QFileInfo::exists(path) && !stateDirectory.isEmpty() && json.contains(k_RelativeFilePathKey))
+  {
+    const QString relative = QString::fromStdString(json.at(k_RelativeFilePathKey).get<std::string>());
+    const QString beside = QDir::cleanPath(QDir(stateDirectory).absoluteFilePath(relative));
+    if (QFileInfo::exists(beside))
+    {
+      path = beside;
+    }
+  }
+  import(path);
   setName(QString::fromStdString(json.at(k_ItemNameKey).get<std::string>()), getNameSuffixCounter());
 }

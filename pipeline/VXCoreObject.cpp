@@ -33,15 +33,19 @@ VXCoreObject::~VXCoreObject()
 
 void VXCoreObject::write(nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>& viewIndexes) const
 {
-  json = nlohmann::json::array();
+  // In the order of the view numbers: the map's own order is that of addresses, which differ per run.
+  QMap<int, bool> visibilityByIndex;
   for (auto it = m_ViewMap.cbegin(); it != m_ViewMap.cend(); ++it)
   {
-    if (!viewIndexes.contains(it.key()))
+    if (viewIndexes.contains(it.key()))
     {
-      continue;
+      visibilityByIndex.insert(viewIndexes.value(it.key()), it.value());
     }
-    json.push_back(
-        {{k_RenderWindowIndexKey, viewIndexes.value(it.key())}, {k_CoreObjectVisibilityKey, it.value()}});
+  }
+  json = nlohmann::json::array();
+  for (auto it = visibilityByIndex.cbegin(); it != visibilityByIndex.cend(); ++it)
+  {
+    json.push_back({{k_RenderWindowIndexKey, it.key()}, {k_CoreObjectVisibilityKey, it.value()}});
   }
 }
 
@@ -51,6 +55,8 @@ void VXCoreObject::read(const nlohmann::json& json, const QMap<VXAbstractViewWid
   {
     return;
   }
+  // The record names every view the object is in: views it was given while loading are dropped.
+  ViewMap views;
   for (const auto& entry : json)
   {
     const int index = entry.at(k_RenderWindowIndexKey).get<int>();
@@ -59,11 +65,13 @@ void VXCoreObject::read(const nlohmann::json& json, const QMap<VXAbstractViewWid
     {
       continue;
     }
-    if (!m_ViewMap.contains(view))
-    {
-      addViewWidget(view);
-    }
-    m_ViewMap[view] = entry.at(k_CoreObjectVisibilityKey).get<bool>();
+    views[view] = entry.at(k_CoreObjectVisibilityKey).get<bool>();
+  }
+  m_ViewMap.clear();
+  for (auto it = views.cbegin(); it != views.cend(); ++it)
+  {
+    addViewWidget(it.key());
+    m_ViewMap[it.key()] = it.value();
   }
 }
 

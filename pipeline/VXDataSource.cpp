@@ -1,5 +1,7 @@
 #include "pipeline/VXDataSource.h"
 
+#include "pipeline/VXDatasetInfoWidget.h"
+
 #include "data_bridge/ZRVtkObjectName.h"
 #include "platform/ColorPresetsDialog.h"
 #include "platform/QtZRSettings.h"
@@ -119,7 +121,10 @@ VXDataSource::VXDataSource(QObject* parent)
   readSettings();
 }
 
-VXDataSource::~VXDataSource() = default;
+VXDataSource::~VXDataSource()
+{
+  delete m_DatasetInfoWidget.data();
+}
 
 QString VXDataSource::humanTypeName() const
 {
@@ -181,6 +186,7 @@ void VXDataSource::setWrappedGeometry(std::shared_ptr<CV::VtkBridge::WrappedGeom
   }
   // Same producer, new dataset: connected filters and data views update from the same port.
   m_Producer->SetOutput(getOutput());
+  updateDataSetInfoWidget();
 }
 
 void VXDataSource::setDataSet(vtkSmartPointer<vtkDataSet> dataSet)
@@ -192,6 +198,7 @@ void VXDataSource::setDataSet(vtkSmartPointer<vtkDataSet> dataSet)
   m_WrappedGeometry->m_DataSet = std::move(dataSet);
   takeNameFromDataSet();
   m_Producer->SetOutput(getOutput());
+  updateDataSetInfoWidget();
 }
 
 void VXDataSource::setBaseName(const QString& name)
@@ -378,6 +385,40 @@ void VXDataSource::triggerColorSettingsChange()
   Q_EMIT invertColorMap(m_Inverted);
 }
 
+void VXDataSource::initializeDataSetInfoWidget()
+{
+  if (m_DatasetInfoWidget.isNull())
+  {
+    m_DatasetInfoWidget = new VXDatasetInfoWidget();
+    connect(this, &VXCoreObject::pathChanged, m_DatasetInfoWidget.data(), &VXDatasetInfoWidget::setItemPath);
+  }
+  m_DatasetInfoWidget->setItemPath(pathName());
+  m_DatasetInfoWidget->setDataSet(getOutput());
+}
+
+VXDatasetInfoWidget* VXDataSource::getDataSetInfoWidget()
+{
+  initializeDataSetInfoWidget();
+  updateDataSetInfoWidget();
+  return m_DatasetInfoWidget.data();
+}
+
+void VXDataSource::updateDataSetInfoWidget()
+{
+  if (m_DatasetInfoWidget.isNull())
+  {
+    return;
+  }
+  m_DatasetInfoWidget->setItemPath(pathName());
+  m_DatasetInfoWidget->setDataSet(getOutput());
+  m_DatasetInfoWidget->updateInfo();
+}
+
+void VXDataSource::showDataSetInfoWidget()
+{
+  getDataSetInfoWidget()->show();
+}
+
 void VXDataSource::receivePipelineOutputReloaded()
 {
   // Filters and data views under the source react for themselves.
@@ -454,7 +495,10 @@ void VXDataSource::read(const nlohmann::json& json, const QMap<VXAbstractViewWid
     }
   }
   applyColorSettingsJson(json);
-  if (json.contains(k_Visibility))
+  // The flag is the visibility in the view that was active at the save. The per-view record, where
+  // there is one, is more precise: the flag then applies only to a view the record names.
+  const bool perViewRecord = json.contains("core_object_views") && json.at("core_object_views").is_array();
+  if (json.contains(k_Visibility) && (!perViewRecord || m_ViewMap.contains(activeView())))
   {
     setVisibility(json.at(k_Visibility).get<bool>());
   }

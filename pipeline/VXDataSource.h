@@ -20,6 +20,7 @@ class vtkTrivialProducer;
 class ColorPresetsDialog;
 class QPushButton;
 class ZRColorButton;
+class VXDatasetInfoWidget;
 
 /**
  * One dataset of the pipeline tree: a geometry of a data structure, or one file. It feeds the dataset
@@ -70,6 +71,14 @@ public:
   /** @brief Shows the colour presets dialog of the settings panel, if the panel exists. */
   void showColorPresetsDialog();
 
+  /** @brief Makes the dataset information panel once; it shows this source's path and dataset. */
+  void initializeDataSetInfoWidget();
+  /** @brief The panel, made if needed and refreshed. */
+  VXDatasetInfoWidget* getDataSetInfoWidget();
+  /** @brief Refreshes the panel if it exists: after every new dataset, so also after a reload. */
+  void updateDataSetInfoWidget();
+  void showDataSetInfoWidget();
+
   void readSettings();
   // Asks the user first; returns whether the defaults were written.
   bool writeSettings();
@@ -107,4 +116,5 @@ private:
   QPointer<ColorPresetsDialog> m_ColorPresetsDialog;
   QPointer<ZRColorButton> m_SolidColorButton;
   QPointer<QPushButton> m_InvertColorButton;
+  QPointer<VXDatasetInfoWidget> m_DatasetInfoWidget;
 };

@@ -6,6 +6,7 @@
 #include "data_bridge/zr_contract/KestrixIO.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
+#include "pipeline/VXStateFileDirectory.h"
 #include "pipeline/ZRToVXBridge.h"
 
 #include <vtkDataSet.h>
@@ -289,6 +290,52 @@ TEST(FileToVXBridge, StateRecordRoundTrip)
   EXPECT_EQ(restored.baseName(), QStringLiteral("My Image"));
   EXPECT_EQ(restored.dataSources().size(), 1);
   EXPECT_THROW(restored.read(nlohmann::json{{"bridge_object_file_path", 3}}), nlohmann::json::type_error);
+}
+
+TEST(FileToVXBridge, StateRecordFindsAFileThatMovedWithItsStateFile)
+{
+  QTemporaryDir first;
+  QTemporaryDir second;
+  ASSERT_TRUE(QDir().mkpath(first.filePath(QStringLiteral("data"))));
+  ASSERT_TRUE(QDir().mkpath(second.filePath(QStringLiteral("data"))));
+  const QString original = first.filePath(QStringLiteral("data/image.vti"));
+  ASSERT_TRUE(QFile::copy(fixture("vtk/image.vti"), original));
+  FileToVXBridge bridge;
+  bridge.import(original);
+  nlohmann::json json;
+  bridge.write(json);
+  EXPECT_FALSE(json.contains("bridge_object_file_relative_path")) << "no state file, no relative path";
+  {
+    VXStateFileDirectory directory(first.path());
+    bridge.write(json);
+  }
+  EXPECT_EQ(json.at("bridge_object_file_path"), original.toStdString());
+  EXPECT_EQ(json.at("bridge_object_file_relative_path"), "data/image.vti");
+  EXPECT_TRUE(VXStateFileDirectory::Current().isEmpty());
+
+  // The data moves along with the state file; the absolute path is gone.
+  ASSERT_TRUE(QFile::rename(original, second.filePath(QStringLiteral("data/image.vti"))));
+  {
+    VXStateFileDirectory directory(second.path());
+    FileToVXBridge moved;
+    moved.read(json);
+    EXPECT_EQ(moved.filePath(), second.filePath(QStringLiteral("data/image.vti")));
+    EXPECT_EQ(moved.dataSources().size(), 1);
+  }
+  // An absolute path that still exists wins over the relative one.
+  ASSERT_TRUE(QFile::copy(fixture("vtk/image.vti"), original));
+  {
+    VXStateFileDirectory directory(second.path());
+    FileToVXBridge kept;
+    kept.read(json);
+    EXPECT_EQ(kept.filePath(), original);
+  }
+  // Without a state folder the relative path means nothing.
+  ASSERT_TRUE(QFile::remove(original));
+  AnsweringFileBridge lost;
+  lost.read(json);
+  EXPECT_EQ(lost.filePath(), original);
+  EXPECT_TRUE(lost.dataSources().isEmpty());
 }
 
 TEST(ZRToVXBridge, StateReadAlwaysSendsItsErrorText)

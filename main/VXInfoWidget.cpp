@@ -1,0 +1,578 @@
+#include "main/VXInfoWidget.h"
+
+#include "main/VXTreeStateLoader.h"
+#include "pipeline/FileToVXBridge.h"
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXCoreObject.h"
+#include "pipeline/VXDataSource.h"
+#include "pipeline/VXInfoWidgetProxyModel.h"
+#include "pipeline/VXPipeline.h"
+#include "pipeline/VXPipelineModel.h"
+#include "pipeline/VXPipelineModelItemDelegate.h"
+#include "pipeline/VXRenderTreeView.h"
+#include "platform/QtZRSettings.h"
+#include "platform/ZRStyle.h"
+#include "views/VXAbstractViewWidget.h"
+
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QInputDialog>
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QSplitter>
+#include <QToolButton>
+#include <QUrl>
+#include <QVBoxLayout>
+
+#include <array>
+
+namespace
+{
+constexpr const char* k_ItemTypeKey = "item_type";
+constexpr const char* k_ItemDataKey = "item_data";
+constexpr const char* k_ItemChildrenKey = "item_children";
+const QString k_StateFileSuffix = QStringLiteral("ksxstate");
+
+// No default data view is made while a state file rebuilds the tree: its data views come from the file.
+class DefaultRepresentationsSetAside
+{
+public:
+  DefaultRepresentationsSetAside()
+      : m_Saved{VXPipeline::getDefaultRepType(),         VXPipeline::getDefaultImageGeomRepType(),
+                VXPipeline::getDefaultRectGridRepType(), VXPipeline::getDefaultVertexRepType(),
+                VXPipeline::getDefaultEdgeRepType(),     VXPipeline::getDefaultTriangleRepType(),
+                VXPipeline::getDefaultQuadRepType(),     VXPipeline::getDefaultHexRepType(),
+                VXPipeline::getDefaultTetRepType()}
+  {
+    setAll({VXRepresentation::None, VXRepresentation::None, VXRepresentation::None, VXRepresentation::None,
+            VXRepresentation::None, VXRepresentation::None, VXRepresentation::None, VXRepresentation::None,
+            VXRepresentation::None});
+  }
+  ~DefaultRepresentationsSetAside() { setAll(m_Saved); }
+  DefaultRepresentationsSetAside(const DefaultRepresentationsSetAside&) = delete;
+  DefaultRepresentationsSetAside& operator=(const DefaultRepresentationsSetAside&) = delete;
+
+private:
+  using Types = std::array<VXRepresentation::Type, 9>;
+  static void setAll(const Types& types)
+  {
+    VXPipeline::setDefaultRepType(types[0]);
+    VXPipeline::setDefaultImageGeomRepType(types[1]);
+    VXPipeline::setDefaultRectGridRepType(types[2]);
+    VXPipeline::setDefaultVertexRepType(types[3]);
+    VXPipeline::setDefaultEdgeRepType(types[4]);
+    VXPipeline::setDefaultTriangleRepType(types[5]);
+    VXPipeline::setDefaultQuadRepType(types[6]);
+    VXPipeline::setDefaultHexRepType(types[7]);
+    VXPipeline::setDefaultTetRepType(types[8]);
+  }
+  Types m_Saved;
+};
+
+// Names of the stored visualization presets; the store keeps one JSON text per preset name.
+QStringList storedPresetNames()
+{
+  QtZRSettings settings;
+  settings.beginGroup(QStringLiteral("VisualizationSettings"));
+  const QString key = QStringLiteral("VisualizationPresets");
+  if (!settings.contains(key))
+  {
+    return {};
+  }
+  const QVariant stored = settings.value(key);
+  if (stored.canConvert<QVariantMap>() && !stored.toMap().isEmpty())
+  {
+    return stored.toMap().keys();
+  }
+  const nlohmann::json presets = nlohmann::json::parse(stored.toString().toStdString(), nullptr, false);
+  QStringList names;
+  if (presets.is_object())
+  {
+    for (auto it = presets.cbegin(); it != presets.cend(); ++it)
+    {
+      names.append(QString::fromStdString(it.key()));
+    }
+  }
+  return names;
+}
+} // namespace
+
+const QList<VXRepresentation::Type> VXInfoWidget::k_AddableRepresentationTypes = {
+    VXRepresentation::Outline, VXRepresentation::Points, VXRepresentation::Wireframe,
+    VXRepresentation::Surface};
+
+VXInfoWidget::VXInfoWidget(QWidget* parent)
+    : QWidget(parent)
+{
+  setObjectName(QStringLiteral("VXInfoWidget"));
+  setAcceptDrops(true);
+  buildLayout();
+  updateToolbarState();
+}
+
+VXInfoWidget::~VXInfoWidget()
+{
+  // The panels belong to their objects: hand them back before this widget takes them down.
+  if (m_CurrentSettingsWidget)
+  {
+    m_CurrentSettingsWidget->hide();
+    m_CurrentSettingsWidget->setParent(nullptr);
+  }
+}
+
+QToolButton* VXInfoWidget::makeToolButton(const QString& iconName, const QString& toolTip)
+{
+  auto* button = new QToolButton(this);
+  button->setIcon(ZRStyle::generateThemeIconFromName(iconName));
+  button->setToolTip(toolTip);
+  button->setAutoRaise(true);
+  return button;
+}
+
+void VXInfoWidget::buildLayout()
+{
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->setSpacing(0);
+  auto* splitter = new QSplitter(Qt::Vertical, this);
+  splitter->setObjectName(QStringLiteral("infoSplitter"));
+  splitter->setChildrenCollapsible(false);
+  layout->addWidget(splitter);
+
+  // The tree with its search field and toolbar.
+  auto* treePane = new QWidget(splitter);
+  auto* treeLayout = new QVBoxLayout(treePane);
+  treeLayout->setContentsMargins(2, 2, 2, 2);
+  treeLayout->setSpacing(2);
+  auto* toolbar = new QHBoxLayout();
+  m_SearchField = new QLineEdit(treePane);
+  m_SearchField->setObjectName(QStringLiteral("pipelineSearchField"));
+  m_SearchField->setPlaceholderText(QStringLiteral("Search"));
+  m_SearchField->setClearButtonEnabled(true);
+  toolbar->addWidget(m_SearchField, 1);
+
+  m_AddViewButton = makeToolButton(QStringLiteral("Visualization"),
+                                   QStringLiteral("Add a data view to the selected data source"));
+  m_AddViewButton->setObjectName(QStringLiteral("addDataViewButton"));
+  m_AddViewButton->setPopupMode(QToolButton::InstantPopup);
+  auto* addMenu = new QMenu(m_AddViewButton);
+  for (VXRepresentation::Type type : k_AddableRepresentationTypes)
+  {
+    QAction* action = addMenu->addAction(VXRepresentation::k_RepresentationTypeToString.value(type));
+    connect(action, &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
+  }
+  m_AddViewButton->setMenu(addMenu);
+  toolbar->addWidget(m_AddViewButton);
+
+  m_RemoveButton = makeToolButton(QStringLiteral("Close"), QStringLiteral("Remove the selected item"));
+  m_RemoveButton->setObjectName(QStringLiteral("removeItemButton"));
+  connect(m_RemoveButton, &QToolButton::clicked, this, &VXInfoWidget::removeSelectedItem);
+  toolbar->addWidget(m_RemoveButton);
+  treeLayout->addLayout(toolbar);
+
+  m_TreeView = new VXRenderTreeView(treePane);
+  m_TreeView->setObjectName(QStringLiteral("pipelineTreeView"));
+  m_ProxyModel = new VXInfoWidgetProxyModel(this);
+  m_TreeView->setModel(m_ProxyModel);
+  m_TreeView->setItemDelegate(
+      new VXPipelineModelItemDelegate(this, VXPipelineModel::VisibilityColumn, m_TreeView));
+  treeLayout->addWidget(m_TreeView, 1);
+  connect(m_SearchField, &QLineEdit::textChanged, this,
+          [this](const QString& text)
+          {
+            m_ProxyModel->setSearchText(text);
+            m_TreeView->expandAll();
+          });
+  connect(m_TreeView, &QWidget::customContextMenuRequested, this, &VXInfoWidget::showContextMenu);
+  connect(m_TreeView->selectionModel(), &QItemSelectionModel::currentChanged, this,
+          &VXInfoWidget::onSelectionChanged);
+
+  // The settings of the selected item.
+  m_SettingsArea = new QWidget(splitter);
+  m_SettingsArea->setObjectName(QStringLiteral("itemSettingsArea"));
+  m_SettingsLayout = new QVBoxLayout(m_SettingsArea);
+  m_SettingsLayout->setContentsMargins(0, 0, 0, 0);
+
+  // The dataset information of the selected data source.
+  m_DatasetInfoArea = new QWidget(splitter);
+  m_DatasetInfoArea->setObjectName(QStringLiteral("datasetInfoArea"));
+  m_DatasetInfoLayout = new QVBoxLayout(m_DatasetInfoArea);
+  m_DatasetInfoLayout->setContentsMargins(0, 0, 0, 0);
+
+  splitter->setStretchFactor(0, 2);
+  splitter->setStretchFactor(1, 3);
+  splitter->setStretchFactor(2, 1);
+}
+
+void VXInfoWidget::setPipelineModel(VXPipelineModel* model)
+{
+  if (m_Model == model)
+  {
+    return;
+  }
+  if (m_Model)
+  {
+    disconnect(m_Model, nullptr, this, nullptr);
+  }
+  m_Model = model;
+  m_ProxyModel->setSourceModel(model);
+  if (model == nullptr)
+  {
+    return;
+  }
+  connect(model, &QAbstractItemModel::rowsInserted, this,
+          [this](const QModelIndex& parent)
+          {
+            m_TreeView->expand(m_ProxyModel->mapFromSource(parent));
+            updateToolbarState();
+          });
+  connect(model, &QAbstractItemModel::rowsRemoved, this, &VXInfoWidget::updateToolbarState);
+  connect(model, &VXPipelineModel::selectIndexRequest, this, &VXInfoWidget::selectIndex);
+}
+
+VXPipelineModel* VXInfoWidget::pipelineModel() const
+{
+  return m_Model;
+}
+
+VXAbstractViewWidget* VXInfoWidget::activeViewWidget() const
+{
+  if (m_ActiveView)
+  {
+    return m_ActiveView;
+  }
+  return m_Model && m_Model->pipeline() != nullptr ? m_Model->pipeline()->activeViewWidget() : nullptr;
+}
+
+void VXInfoWidget::onActiveViewChanged(VXAbstractViewWidget* view)
+{
+  m_ActiveView = view;
+  if (m_Model)
+  {
+    m_Model->refreshVisibility();
+  }
+  showItemPanels(selectedIndex());
+}
+
+QModelIndex VXInfoWidget::selectedIndex() const
+{
+  const QModelIndex current = m_TreeView->selectionModel()->currentIndex();
+  return current.isValid() ? m_ProxyModel->mapToSource(current) : QModelIndex();
+}
+
+void VXInfoWidget::selectIndex(const QModelIndex& index)
+{
+  const QModelIndex proxyIndex =
+      m_ProxyModel->mapFromSource(index.siblingAtColumn(VXPipelineModel::NameColumn));
+  m_TreeView->selectionModel()->setCurrentIndex(proxyIndex, QItemSelectionModel::ClearAndSelect |
+                                                                QItemSelectionModel::Rows);
+}
+
+void VXInfoWidget::updateToolbarState()
+{
+  const QModelIndex index = selectedIndex();
+  m_AddViewButton->setEnabled(m_Model && m_Model->canAddRepresentation(index));
+  m_RemoveButton->setEnabled(m_Model && index.isValid());
+}
+
+void VXInfoWidget::onSelectionChanged()
+{
+  Q_EMIT clearHighlightsRequest();
+  updateToolbarState();
+  showItemPanels(selectedIndex());
+}
+
+void VXInfoWidget::showItemPanels(const QModelIndex& index)
+{
+  QWidget* settings = m_Model ? m_Model->itemWidget(index) : nullptr;
+  if (settings != m_CurrentSettingsWidget)
+  {
+    if (m_CurrentSettingsWidget)
+    {
+      m_SettingsLayout->removeWidget(m_CurrentSettingsWidget);
+      m_CurrentSettingsWidget->hide();
+      m_CurrentSettingsWidget->setParent(nullptr); // its object keeps it
+    }
+    m_CurrentSettingsWidget = settings;
+    if (settings != nullptr)
+    {
+      m_SettingsLayout->addWidget(settings);
+      settings->show();
+    }
+  }
+  // DATASET INFO PANEL: the selected data source's VXDatasetInfoWidget (getDataSetInfoWidget()) goes
+  // into m_DatasetInfoLayout here once that panel is part of the build.
+}
+
+void VXInfoWidget::addRepresentationToSelection(VXRepresentation::Type type)
+{
+  const QModelIndex index = selectedIndex();
+  if (!m_Model || !m_Model->canAddRepresentation(index))
+  {
+    Q_EMIT sendOutputMessage(QStringLiteral(
+        "Select a data source or visual filter in the pipeline tree to add a data view to it"));
+    return;
+  }
+  m_Model->addRepresentation(index, type);
+}
+
+void VXInfoWidget::removeSelectedItem()
+{
+  const QModelIndex index = selectedIndex();
+  if (m_Model && index.isValid())
+  {
+    m_Model->removeItem(index);
+  }
+}
+
+void VXInfoWidget::renameSelectedItem()
+{
+  const QModelIndex current = m_TreeView->selectionModel()->currentIndex();
+  if (current.isValid())
+  {
+    m_TreeView->edit(current.siblingAtColumn(VXPipelineModel::NameColumn));
+  }
+}
+
+void VXInfoWidget::reloadSelectedItem()
+{
+  if (auto* fileBridge =
+          qobject_cast<FileToVXBridge*>(m_Model ? m_Model->getPipelineObject(selectedIndex()) : nullptr))
+  {
+    fileBridge->reload();
+  }
+}
+
+void VXInfoWidget::copySelectedSettings()
+{
+  if (VXCoreObject* coreObject = m_Model ? m_Model->getCoreObject(selectedIndex()) : nullptr)
+  {
+    coreObject->copyActiveSettings();
+  }
+}
+
+void VXInfoWidget::pasteSelectedSettings()
+{
+  if (VXCoreObject* coreObject = m_Model ? m_Model->getCoreObject(selectedIndex()) : nullptr)
+  {
+    coreObject->pasteToActiveSettings();
+  }
+}
+
+void VXInfoWidget::fillPresetMenu(QMenu* menu, const QModelIndex& index)
+{
+  QAction* create = menu->addAction(QStringLiteral("Create Visualization Preset..."));
+  connect(create, &QAction::triggered, this,
+          [this, index = QPersistentModelIndex(index)]()
+          {
+            bool accepted = false;
+            const QString name =
+                QInputDialog::getText(this, QStringLiteral("Create Visualization Preset"),
+                                      QStringLiteral("Preset name:"), QLineEdit::Normal, QString(), &accepted)
+                    .trimmed();
+            if (accepted && !name.isEmpty() && index.isValid())
+            {
+              Q_EMIT createPresetRequest(index, name, false);
+            }
+          });
+  const QStringList presets = storedPresetNames();
+  QMenu* apply = menu->addMenu(QStringLiteral("Apply Visualization Preset"));
+  apply->setEnabled(!presets.isEmpty());
+  for (const QString& preset : presets)
+  {
+    connect(apply->addAction(preset), &QAction::triggered, this,
+            [this, preset, index = QPersistentModelIndex(index)]()
+            {
+              if (index.isValid())
+              {
+                Q_EMIT applyPresetRequest(index, preset);
+              }
+            });
+  }
+}
+
+void VXInfoWidget::showContextMenu(const QPoint& position)
+{
+  QMenu menu(this);
+  const QModelIndex proxyIndex = m_TreeView->indexAt(position);
+  const QModelIndex index = proxyIndex.isValid() ? m_ProxyModel->mapToSource(proxyIndex) : QModelIndex();
+  if (index.isValid() && m_Model)
+  {
+    selectIndex(index);
+    if (m_Model->canAddRepresentation(index))
+    {
+      QMenu* add = menu.addMenu(QStringLiteral("Add Data View"));
+      for (VXRepresentation::Type type : k_AddableRepresentationTypes)
+      {
+        connect(add->addAction(VXRepresentation::k_RepresentationTypeToString.value(type)),
+                &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
+      }
+      menu.addSeparator();
+    }
+    connect(menu.addAction(QStringLiteral("Rename")), &QAction::triggered, this,
+            &VXInfoWidget::renameSelectedItem);
+    connect(menu.addAction(QStringLiteral("Remove")), &QAction::triggered, this,
+            &VXInfoWidget::removeSelectedItem);
+    if (m_Model->canReload(index))
+    {
+      connect(menu.addAction(QStringLiteral("Reload")), &QAction::triggered, this,
+              &VXInfoWidget::reloadSelectedItem);
+    }
+    if (m_Model->getCoreObject(index) != nullptr)
+    {
+      const QString what =
+          m_Model->isRepresentation(index) ? QStringLiteral("Data View") : QStringLiteral("Coloring");
+      menu.addSeparator();
+      connect(menu.addAction(QStringLiteral("Copy %1 Settings").arg(what)), &QAction::triggered, this,
+              &VXInfoWidget::copySelectedSettings);
+      connect(menu.addAction(QStringLiteral("Paste %1 Settings").arg(what)), &QAction::triggered, this,
+              &VXInfoWidget::pasteSelectedSettings);
+    }
+    if (m_Model->isDataSource(index))
+    {
+      menu.addSeparator();
+      fillPresetMenu(&menu, index);
+    }
+  }
+  else
+  {
+    connect(menu.addAction(QStringLiteral("Load File")), &QAction::triggered, this,
+            [this]()
+            {
+              const QString path = QFileDialog::getOpenFileName(this, QStringLiteral("Load File"));
+              if (!path.isEmpty())
+              {
+                Q_EMIT importFileRequest(path);
+              }
+            });
+    connect(menu.addAction(QStringLiteral("Load State")), &QAction::triggered, this,
+            [this]()
+            {
+              const QString path =
+                  QFileDialog::getOpenFileName(this, QStringLiteral("Load State File"), QString(),
+                                               QStringLiteral("State File (*.ksxstate)"));
+              if (!path.isEmpty())
+              {
+                Q_EMIT loadStateFileRequest(path);
+              }
+            });
+    menu.addSeparator();
+    connect(menu.addAction(QStringLiteral("Import Visualization Presets...")), &QAction::triggered, this,
+            [this]()
+            {
+              const QString path =
+                  QFileDialog::getOpenFileName(this, QStringLiteral("Import Visualization Presets"),
+                                               QString(), QStringLiteral("JSON (*.json)"));
+              if (!path.isEmpty())
+              {
+                Q_EMIT importPresets(path);
+              }
+            });
+    QAction* exportAction = menu.addAction(QStringLiteral("Export Visualization Presets..."));
+    const QStringList presets = storedPresetNames();
+    exportAction->setEnabled(!presets.isEmpty());
+    connect(exportAction, &QAction::triggered, this,
+            [this, presets]()
+            {
+              const QString path =
+                  QFileDialog::getSaveFileName(this, QStringLiteral("Export Visualization Presets"),
+                                               QString(), QStringLiteral("JSON (*.json)"));
+              if (!path.isEmpty())
+              {
+                Q_EMIT exportPresets(path, presets);
+              }
+            });
+  }
+  menu.exec(m_TreeView->viewport()->mapToGlobal(position));
+}
+
+void VXInfoWidget::dragEnterEvent(QDragEnterEvent* event)
+{
+  if (event->mimeData()->hasUrls())
+  {
+    event->acceptProposedAction();
+  }
+}
+
+void VXInfoWidget::dropEvent(QDropEvent* event)
+{
+  for (const QUrl& url : event->mimeData()->urls())
+  {
+    const QString path = url.toLocalFile();
+    if (path.isEmpty())
+    {
+      continue;
+    }
+    if (QFileInfo(path).suffix().toLower() == k_StateFileSuffix)
+    {
+      Q_EMIT loadStateFileRequest(path);
+    }
+    else
+    {
+      Q_EMIT importFileRequest(path);
+    }
+  }
+  event->acceptProposedAction();
+}
+
+void VXInfoWidget::saveState(const QModelIndex& index, nlohmann::json& output,
+                             const QMap<VXAbstractViewWidget*, int>& viewIndexes)
+{
+  output = nlohmann::json::array();
+  if (!m_Model)
+  {
+    return;
+  }
+  const QModelIndex parent = index.model() == m_ProxyModel ? m_ProxyModel->mapToSource(index) : index;
+  const QModelIndex parentRow = parent.isValid() ? parent.siblingAtColumn(0) : parent;
+  for (int row = 0; row < m_Model->rowCount(parentRow); ++row)
+  {
+    const QModelIndex child = m_Model->index(row, 0, parentRow);
+    nlohmann::json record = nlohmann::json::object();
+    nlohmann::json itemData = nlohmann::json::object();
+    if (VXBridgeObject* bridge = m_Model->getPipelineObject(child))
+    {
+      record[k_ItemTypeKey] = bridge->typeName().toStdString();
+      bridge->write(itemData);
+    }
+    else if (VXCoreObject* coreObject = m_Model->getCoreObject(child))
+    {
+      record[k_ItemTypeKey] = coreObject->typeName().toStdString();
+      coreObject->write(itemData, viewIndexes);
+    }
+    else
+    {
+      continue;
+    }
+    record[k_ItemDataKey] = itemData;
+    if (m_Model->rowCount(child) >= 1)
+    {
+      saveState(child, record[k_ItemChildrenKey], viewIndexes);
+    }
+    output.push_back(record);
+  }
+}
+
+void VXInfoWidget::loadState(const nlohmann::json& input, const QMap<VXAbstractViewWidget*, int>& viewIndexes,
+                             const QModelIndex& parent)
+{
+  if (!m_Model)
+  {
+    Q_EMIT sendOutputMessage(
+        QStringLiteral("Error reading state file; the pipeline tree has no model to load into"));
+    return;
+  }
+  const QModelIndex source = parent.model() == m_ProxyModel ? m_ProxyModel->mapToSource(parent) : parent;
+  DefaultRepresentationsSetAside noDefaultViews;
+  VXTreeStateLoader loader(m_Model, viewIndexes,
+                           [this](const QString& message) { Q_EMIT sendOutputMessage(message); });
+  loader.load(input, source.isValid() ? source.siblingAtColumn(0) : source);
+  m_Model->linkLoadedRepresentations();
+  m_TreeView->expandAll();
+}

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QTreeView>
+
+/**
+ * The tree of the pipeline: single selection, names edited in place, the header hidden. With nothing
+ * in it, it tells the user how to bring data in.
+ */
+class VXRenderTreeView : public QTreeView
+{
+  Q_OBJECT
+
+public:
+  explicit VXRenderTreeView(QWidget* parent = nullptr);
+
+  // The rich text shown while the tree is empty.
+  static QString emptyHintText();
+
+protected:
+  void paintEvent(QPaintEvent* event) override;
+};
