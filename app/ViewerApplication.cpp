@@ -10,10 +10,12 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QSurfaceFormat>
 #include <QTextStream>
 #include <QVTKOpenGLNativeWidget.h>
+#include <vtkRenderWindow.h>
 
 #include <cstdio>
 
@@ -63,9 +65,10 @@ int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
   window.mainWidget()->getInfoWidget()->hide();
   // The render window gets exactly the asked size whatever the layout around it, so no resizing
   // round trips through the window system are needed.
-  if (VXVisualizationWidget* view = activeVisualizationWidget(window))
+  const QPointer<VXVisualizationWidget> initialView = activeVisualizationWidget(window);
+  if (initialView != nullptr)
   {
-    view->setFixedSize(run.size);
+    initialView->setFixedSize(run.size);
   }
   // show() lays the window out and makes the OpenGL context before it returns; files opened after it
   // see the final size of the render window when their camera is reset.
@@ -75,6 +78,12 @@ int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
   if (!run.statePath.isEmpty())
   {
     failures += window.loadStateFile(run.statePath) ? 0 : 1;
+    // The first window stays through the load, with the size given to it above.
+    if (initialView != nullptr)
+    {
+      initialView->setMinimumSize(0, 0);
+      initialView->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    }
     // The state made its own windows: one gets the asked size as above, several share it.
     if (window.grid()->viewCount() == 1 && activeVisualizationWidget(window) != nullptr)
     {
@@ -92,7 +101,6 @@ int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
   }
   if (!run.screenshotPath.isEmpty())
   {
-    QCoreApplication::processEvents();
     const QImage image =
         window.grid()->viewCount() > 1 ? window.captureAllViews() : window.captureActiveView();
     if (image.isNull())
