@@ -1,6 +1,8 @@
 #include "app/ViewerApplication.h"
 
+#include "app/ViewerMainWidget.h"
 #include "app/ViewerMainWindow.h"
+#include "main/VXInfoWidget.h"
 #include "platform/ZRStyle.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
@@ -8,10 +10,12 @@
 
 #include <QApplication>
 #include <QCommandLineParser>
+#include <QPointer>
 #include <QRegularExpression>
 #include <QSurfaceFormat>
 #include <QTextStream>
 #include <QVTKOpenGLNativeWidget.h>
+#include <vtkRenderWindow.h>
 
 #include <cstdio>
 
@@ -36,8 +40,17 @@ VXVisualizationWidget* activeVisualizationWidget(ViewerMainWindow& window)
   return view != nullptr ? view->getVisualizationWidget() : nullptr;
 }
 
-int takeScreenshot(ViewerMainWindow& window, const QStringList& files, const QString& outPath,
-                   const QSize& size)
+struct ScriptedRun
+{
+  QStringList files;
+  QString statePath;
+  QString screenshotPath;
+  QString saveStatePath;
+  QSize size;
+};
+
+// Opens what the command line names off screen, then writes the picture and the state asked for.
+int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
 {
   QTextStream err(stderr);
   QObject::connect(&window, &ViewerMainWindow::outputAppended,
@@ -48,30 +61,61 @@ int takeScreenshot(ViewerMainWindow& window, const QStringList& files, const QSt
                    });
   window.setInteractive(false);
   window.setAttribute(Qt::WA_DontShowOnScreen, true);
+  // A picture has no use for the pipeline tree: the render windows get the whole window.
+  window.mainWidget()->getInfoWidget()->hide();
   // The render window gets exactly the asked size whatever the layout around it, so no resizing
   // round trips through the window system are needed.
-  if (VXVisualizationWidget* view = activeVisualizationWidget(window))
+  const QPointer<VXVisualizationWidget> initialView = activeVisualizationWidget(window);
+  if (initialView != nullptr)
   {
-    view->setFixedSize(size);
+    initialView->setFixedSize(run.size);
   }
   // show() lays the window out and makes the OpenGL context before it returns; files opened after it
   // see the final size of the render window when their camera is reset.
   window.show();
 
   int failures = 0;
-  for (const QString& file : files)
+  if (!run.statePath.isEmpty())
+  {
+    failures += window.loadStateFile(run.statePath) ? 0 : 1;
+    // The first window stays through the load, with the size given to it above.
+    if (initialView != nullptr)
+    {
+      initialView->setMinimumSize(0, 0);
+      initialView->setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
+    }
+    // The state made its own windows: one gets the asked size as above, several share it.
+    if (window.grid()->viewCount() == 1 && activeVisualizationWidget(window) != nullptr)
+    {
+      activeVisualizationWidget(window)->setFixedSize(run.size);
+    }
+    else
+    {
+      window.grid()->setFixedSize(run.size);
+    }
+    QCoreApplication::processEvents();
+  }
+  for (const QString& file : run.files)
   {
     failures += window.openFile(file) ? 0 : 1;
   }
-  const QImage image = window.captureActiveView();
-  if (image.isNull())
+  if (!run.screenshotPath.isEmpty())
   {
-    err << "kestrix-viewer: could not render a frame\n";
-    return 1;
+    const QImage image =
+        window.grid()->viewCount() > 1 ? window.captureAllViews() : window.captureActiveView();
+    if (image.isNull())
+    {
+      err << "kestrix-viewer: could not render a frame\n";
+      return 1;
+    }
+    if (!image.save(run.screenshotPath))
+    {
+      err << "kestrix-viewer: could not write the screenshot to '" << run.screenshotPath << "'\n";
+      return 1;
+    }
   }
-  if (!image.save(outPath))
+  if (!run.saveStatePath.isEmpty() && !window.saveStateFile(run.saveStatePath))
   {
-    err << "kestrix-viewer: could not write the screenshot to '" << outPath << "'\n";
     return 1;
   }
   return failures == 0 ? 0 : 1;
@@ -109,8 +153,13 @@ int ViewerApplication::run(int argc, char** argv)
       QStringLiteral("array"));
   const QCommandLineOption presetOption(
       QStringLiteral("preset"), QStringLiteral("Colour map of the coloured views."), QStringLiteral("name"));
-  parser.addOptions(
-      {screenshotOption, sizeOption, themeOption, verboseOption, viewOption, colorByOption, presetOption});
+  const QCommandLineOption stateOption(QStringLiteral("state"), QStringLiteral("Load a saved visualization."),
+                                       QStringLiteral("file"));
+  const QCommandLineOption saveStateOption(
+      QStringLiteral("save-state"), QStringLiteral("Write the visualization to a state file and exit."),
+      QStringLiteral("file"));
+  parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption, viewOption, colorByOption,
+                     presetOption, stateOption, saveStateOption});
   parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to open."),
                                QStringLiteral("[FILE...]"));
   parser.process(app);
@@ -138,7 +187,8 @@ int ViewerApplication::run(int argc, char** argv)
     return 2;
   }
 
-  if (parser.isSet(screenshotOption) && qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
+  if ((parser.isSet(screenshotOption) || parser.isSet(saveStateOption)) &&
+      qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
   {
     // No one uses the screenshot mode's window through assistive technology, and without a session
     // bus Qt's accessibility bridge would have libdbus start dbus-launch on the first widget text.
@@ -147,11 +197,17 @@ int ViewerApplication::run(int argc, char** argv)
   ViewerMainWindow window;
   window.setDataViewChoice(choice);
   const QStringList files = parser.positionalArguments();
-  if (parser.isSet(screenshotOption))
+  if (parser.isSet(screenshotOption) || parser.isSet(saveStateOption))
   {
-    return takeScreenshot(window, files, parser.value(screenshotOption), size);
+    return runScripted(window, {files, parser.value(stateOption), parser.value(screenshotOption),
+                                parser.value(saveStateOption), size});
   }
+  window.setInteractive(true);
   window.show();
+  if (parser.isSet(stateOption))
+  {
+    window.loadStateFile(parser.value(stateOption));
+  }
   for (const QString& file : files)
   {
     window.openFile(file);

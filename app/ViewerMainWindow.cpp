@@ -1,14 +1,20 @@
 #include "app/ViewerMainWindow.h"
 
+#include "app/ViewerMainWidget.h"
+#include "app/ViewerRecentFiles.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
+#include "main/VXInfoWidget.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
+#include "platform/QtZRSettings.h"
+#include "platform/ZRSettingsKeys.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
 #include "views/VXViewWidget.h"
 #include "views/VXVisualizationWidget.h"
 
+#include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDockWidget>
 #include <QDragEnterEvent>
@@ -17,7 +23,6 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QSaveFile>
@@ -26,18 +31,53 @@
 
 #include <nlohmann/json.hpp>
 
+namespace
+{
+const QString k_SettingsGroup = QStringLiteral("Viewer");
+const QString k_GeometryKey = QStringLiteral("window_geometry");
+const QString k_WindowStateKey = QStringLiteral("window_state");
+const QString k_StateFilter = QStringLiteral("Visualization State (*.ksxstate)");
+const QString k_PresetFilter = QStringLiteral("Visualization Presets (*.json)");
+
+// The library's messages that say a state or preset did not load or save whole.
+bool isFailureMessage(const QString& message)
+{
+  return message.startsWith(QLatin1String("Error ")) || message.startsWith(QLatin1String("Failed "));
+}
+
+QStringList storedPresetNames()
+{
+  QtZRSettings settings;
+  settings.beginGroup(ZR::SettingsKeys::k_VisualizationSettings);
+  const QByteArray text = settings.value(ZR::SettingsKeys::k_VisualizationPresets).toString().toUtf8();
+  const nlohmann::json presets =
+      nlohmann::json::parse(text.constData(), text.constData() + text.size(), nullptr, false);
+  QStringList names;
+  if (presets.is_object())
+  {
+    for (auto entry = presets.begin(); entry != presets.end(); ++entry)
+    {
+      names << QString::fromStdString(entry.key());
+    }
+  }
+  return names;
+}
+} // namespace
+
 ViewerMainWindow::ViewerMainWindow(QWidget* parent)
     : QMainWindow(parent)
-    , m_Pipeline(new VXPipeline(this))
-    , m_Grid(new VXViewGridWidget(this))
+    , m_MainWidget(new ViewerMainWidget(this))
     , m_OutputPane(new QPlainTextEdit(this))
 {
   setWindowTitle(QStringLiteral("KESTRIX-ZR Viewer"));
-  setAcceptDrops(true);
   resize(1280, 900);
 
-  m_Grid->setObjectName(QStringLiteral("viewGrid"));
-  setCentralWidget(m_Grid);
+  m_MainWidget->setObjectName(QStringLiteral("mainWidget"));
+  grid()->setObjectName(QStringLiteral("viewGrid"));
+  setCentralWidget(m_MainWidget);
+  // Drops land on the window, so that dropped files get the viewer's data view choice as opened ones do.
+  m_MainWidget->setAcceptDrops(false);
+  setAcceptDrops(true);
 
   m_OutputPane->setObjectName(QStringLiteral("outputPane"));
   m_OutputPane->setReadOnly(true);
@@ -51,30 +91,29 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
   ViewerDataViewChoice::UseViewerDefaults();
   statusBar()->setObjectName(QStringLiteral("statusBar")); // made now so the layout does not jump later
 
-  connect(m_Pipeline, &VXPipeline::sendOutputMessage, this, &ViewerMainWindow::appendOutput);
-  connect(m_Pipeline, &VXPipeline::sendPopupMessage, this, &ViewerMainWindow::showPopup);
-  connect(m_Pipeline, &VXPipeline::importProgress, this, &ViewerMainWindow::showProgress);
-  connect(m_Grid, &VXViewGridWidget::activeViewChanged, m_Pipeline, &VXPipeline::setActiveViewWidget);
-  connect(m_Grid, &VXViewGridWidget::viewCreated, this, &ViewerMainWindow::connectView);
-  for (VXAbstractViewWidget* view : m_Grid->allViews())
-  {
-    connectView(view);
-  }
-  m_Pipeline->setActiveViewWidget(m_Grid->activeView());
+  connect(m_MainWidget, &VXMainWidget::printOutput, this, &ViewerMainWindow::appendOutput);
+  connect(pipeline(), &VXPipeline::importProgress, this, &ViewerMainWindow::showProgress);
+  // A state file dropped on the window is the viewer's to load: it asks before it replaces the scene.
+  connect(m_MainWidget, &VXMainWidget::loadStateRequested, this, &ViewerMainWindow::loadStateFile);
 
   createMenus();
 }
 
 ViewerMainWindow::~ViewerMainWindow() = default;
 
+ViewerMainWidget* ViewerMainWindow::mainWidget() const
+{
+  return m_MainWidget;
+}
+
 VXPipeline* ViewerMainWindow::pipeline() const
 {
-  return m_Pipeline;
+  return m_MainWidget->pipeline();
 }
 
 VXViewGridWidget* ViewerMainWindow::grid() const
 {
-  return m_Grid;
+  return m_MainWidget->viewGridWidget();
 }
 
 QPlainTextEdit* ViewerMainWindow::outputPane() const
@@ -85,71 +124,88 @@ QPlainTextEdit* ViewerMainWindow::outputPane() const
 void ViewerMainWindow::setInteractive(bool interactive)
 {
   m_Interactive = interactive;
+  m_MainWidget->setInteractive(interactive);
+  if (interactive)
+  {
+    restoreWindowGeometry();
+    m_MainWidget->readSettings();
+  }
 }
 
 void ViewerMainWindow::createMenus()
 {
   QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-  QAction* open = file->addAction(QStringLiteral("&Open..."), this, &ViewerMainWindow::openFileDialog);
-  open->setShortcut(QKeySequence::Open);
+  file->addAction(QStringLiteral("&Open..."), this, &ViewerMainWindow::openFileDialog)
+      ->setShortcut(QKeySequence::Open);
+  m_RecentMenu = file->addMenu(QStringLiteral("Open &Recent"));
+  m_RecentMenu->setObjectName(QStringLiteral("recentMenu"));
+  connect(m_RecentMenu, &QMenu::aboutToShow, this, &ViewerMainWindow::fillRecentMenu);
   file->addSeparator();
-  QAction* quit = file->addAction(QStringLiteral("&Quit"), this, &QWidget::close);
-  quit->setShortcut(QKeySequence::Quit);
+  file->addAction(QStringLiteral("&Load State..."), this, &ViewerMainWindow::loadStateDialog)
+      ->setShortcut(QKeySequence(QStringLiteral("Ctrl+L")));
+  file->addAction(QStringLiteral("&Save State..."), this, &ViewerMainWindow::saveStateDialog)
+      ->setShortcut(QKeySequence::Save);
+  file->addSeparator();
+  file->addAction(QStringLiteral("Export Presets..."), this, &ViewerMainWindow::exportPresetsDialog);
+  file->addAction(QStringLiteral("Import Presets..."), this, &ViewerMainWindow::importPresetsDialog);
+  file->addSeparator();
+  file->addAction(QStringLiteral("Save Screenshot of All Views..."), m_MainWidget,
+                  &VXMainWidget::saveAllViewsScreenshot);
+  file->addAction(QStringLiteral("Copy All Views to Clipboard"), m_MainWidget,
+                  &VXMainWidget::copyAllViewsToClipboard);
+  file->addSeparator();
+  file->addAction(QStringLiteral("&Quit"), this, &QWidget::close)->setShortcut(QKeySequence::Quit);
 
   QMenu* view = menuBar()->addMenu(QStringLiteral("&View"));
-  view->addAction(QStringLiteral("Save Layout..."), this,
-                  [this]()
-                  {
-                    const QString path =
-                        QFileDialog::getSaveFileName(this, QStringLiteral("Save Layout"), QString(),
-                                                     QStringLiteral("Layout Files (*.json)"));
-                    if (!path.isEmpty())
-                    {
-                      saveLayout(path);
-                    }
-                  });
-  view->addAction(QStringLiteral("Load Layout..."), this,
-                  [this]()
-                  {
-                    const QString path =
-                        QFileDialog::getOpenFileName(this, QStringLiteral("Load Layout"), QString(),
-                                                     QStringLiteral("Layout Files (*.json)"));
-                    if (!path.isEmpty())
-                    {
-                      loadLayout(path);
-                    }
-                  });
-  view->addSeparator();
-  view->addAction(QStringLiteral("Equalize View Widths"), m_Grid, &VXViewGridWidget::equalizeColumnWidths);
-  view->addAction(QStringLiteral("Equalize View Heights"), m_Grid, &VXViewGridWidget::equalizeRowHeights);
+  view->addAction(QStringLiteral("Link All Views"), m_MainWidget, &VXMainWidget::linkAllViews);
+  view->addAction(QStringLiteral("Unlink All Views"), m_MainWidget, &VXMainWidget::unlinkAllViews);
+  view->addAction(QStringLiteral("Equalize View Widths"), m_MainWidget, &VXMainWidget::equalizeViewWidths);
+  view->addAction(QStringLiteral("Equalize View Heights"), m_MainWidget, &VXMainWidget::equalizeViewHeights);
   view->addAction(QStringLiteral("Reset Camera"), this,
                   [this]
                   {
-                    if (VXAbstractViewWidget* active = m_Grid->activeView())
+                    if (VXAbstractViewWidget* active = grid()->activeView())
                     {
                       active->resetCamera();
                     }
                   });
+  view->addSeparator();
+  view->addAction(QStringLiteral("Save Layout as Default..."), m_MainWidget, &VXMainWidget::writeSettings);
 }
 
-void ViewerMainWindow::connectView(VXAbstractViewWidget* view)
+void ViewerMainWindow::fillRecentMenu()
 {
-  if (view == nullptr || view->getVisualizationWidget() == nullptr)
+  m_RecentMenu->clear();
+  const QStringList files = ViewerRecentFiles::Files();
+  for (const QString& path : files)
   {
+    m_RecentMenu->addAction(QFileInfo(path).fileName(), this, [this, path] { openFile(path); })
+        ->setToolTip(path);
+  }
+  if (files.isEmpty())
+  {
+    m_RecentMenu->addAction(QStringLiteral("No Recent Files"))->setEnabled(false);
     return;
   }
-  VXVisualizationWidget* window = view->getVisualizationWidget();
-  connect(window, &VXVisualizationWidget::printOutput, this, &ViewerMainWindow::appendOutput,
-          Qt::UniqueConnection);
-  connect(window, &VXVisualizationWidget::requestEqualizeViewWidths, m_Grid,
-          &VXViewGridWidget::equalizeColumnWidths, Qt::UniqueConnection);
-  connect(window, &VXVisualizationWidget::requestEqualizeViewHeights, m_Grid,
-          &VXViewGridWidget::equalizeRowHeights, Qt::UniqueConnection);
+  m_RecentMenu->addSeparator();
+  m_RecentMenu->addAction(QStringLiteral("Clear List"), this, [] { ViewerRecentFiles::Clear(); });
+}
+
+void ViewerMainWindow::rememberFile(const QString& path)
+{
+  if (m_Interactive)
+  {
+    ViewerRecentFiles::Add(path);
+  }
 }
 
 void ViewerMainWindow::appendOutput(const QString& message)
 {
   m_OutputPane->appendPlainText(message);
+  if (m_StateLoadErrors >= 0 && isFailureMessage(message))
+  {
+    ++m_StateLoadErrors;
+  }
   Q_EMIT outputAppended(message);
 }
 
@@ -160,15 +216,6 @@ void ViewerMainWindow::showProgress(const QString& message)
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
-void ViewerMainWindow::showPopup(const QString& title, const QString& message)
-{
-  appendOutput(QStringLiteral("%1: %2").arg(title, message));
-  if (m_Interactive && isVisible())
-  {
-    QMessageBox::warning(this, title, message);
-  }
-}
-
 void ViewerMainWindow::setDataViewChoice(const ViewerDataViewChoice& choice)
 {
   m_DataViewChoice = choice;
@@ -177,7 +224,11 @@ void ViewerMainWindow::setDataViewChoice(const ViewerDataViewChoice& choice)
 
 bool ViewerMainWindow::openFile(const QString& path)
 {
-  VXBridgeObject* bridge = m_Pipeline->importFile(path);
+  if (QFileInfo(path).suffix().compare(k_StateFileSuffix, Qt::CaseInsensitive) == 0)
+  {
+    return loadStateFile(path);
+  }
+  VXBridgeObject* bridge = pipeline()->importFile(path);
   statusBar()->clearMessage();
   int withData = 0;
   for (VXDataSource* dataSource : bridge != nullptr ? bridge->dataSources() : QList<VXDataSource*>())
@@ -189,35 +240,121 @@ bool ViewerMainWindow::openFile(const QString& path)
     appendOutput(QStringLiteral("No data could be read from '%1'.").arg(path));
     return false;
   }
+  rememberFile(path);
   appendOutput(
       QStringLiteral("Opened '%1': %2 data source(s).").arg(QFileInfo(path).fileName()).arg(withData));
   QString choiceError;
-  if (!m_DataViewChoice.applyTo(*bridge, m_Grid->activeView(), &choiceError))
+  if (!m_DataViewChoice.applyTo(*bridge, grid()->activeView(), &choiceError))
   {
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
     return false;
   }
-  if (VXAbstractViewWidget* active = m_Grid->activeView())
+  if (VXAbstractViewWidget* active = grid()->activeView())
   {
     active->resetCamera();
   }
   return true;
 }
 
+bool ViewerMainWindow::loadStateFile(const QString& path)
+{
+  if (!QFileInfo(path).isFile())
+  {
+    appendOutput(
+        QStringLiteral("Error opening visualization state from state file %1: no such file").arg(path));
+    return false;
+  }
+  m_StateLoadErrors = 0;
+  m_MainWidget->loadState(path);
+  statusBar()->clearMessage();
+  const int errors = m_StateLoadErrors;
+  m_StateLoadErrors = -1;
+  if (errors == 0)
+  {
+    rememberFile(path);
+    appendOutput(QStringLiteral("Loaded the state '%1'.").arg(QFileInfo(path).fileName()));
+  }
+  return errors == 0;
+}
+
+bool ViewerMainWindow::saveStateFile(const QString& path)
+{
+  if (!m_MainWidget->saveStateToFile(path))
+  {
+    return false;
+  }
+  rememberFile(path);
+  appendOutput(QStringLiteral("Saved the state to '%1'.").arg(path));
+  return true;
+}
+
 void ViewerMainWindow::openFileDialog()
 {
   const QStringList paths = QFileDialog::getOpenFileNames(this, QStringLiteral("Open Data Files"), QString(),
-                                                          ZRVtkLib::io::SUPPORTED_EXTENSIONS_LIST);
+                                                          ZRVtkLib::io::SUPPORTED_EXTENSIONS_LIST +
+                                                              QStringLiteral(";;") + k_StateFilter);
   for (const QString& path : paths)
   {
     openFile(path);
   }
 }
 
+void ViewerMainWindow::loadStateDialog()
+{
+  const QString path =
+      QFileDialog::getOpenFileName(this, QStringLiteral("Load State File"), QString(), k_StateFilter);
+  if (!path.isEmpty())
+  {
+    loadStateFile(path);
+  }
+}
+
+void ViewerMainWindow::saveStateDialog()
+{
+  QString path =
+      QFileDialog::getSaveFileName(this, QStringLiteral("Save State File"), QString(), k_StateFilter);
+  if (path.isEmpty())
+  {
+    return;
+  }
+  if (QFileInfo(path).suffix().isEmpty())
+  {
+    path += QStringLiteral(".") + k_StateFileSuffix;
+  }
+  saveStateFile(path);
+}
+
+void ViewerMainWindow::exportPresetsDialog()
+{
+  const QStringList names = storedPresetNames();
+  if (names.isEmpty())
+  {
+    appendOutput(QStringLiteral("There are no visualization presets to export: create one from a data "
+                                "source's context menu in the pipeline tree."));
+    return;
+  }
+  const QString path =
+      QFileDialog::getSaveFileName(this, QStringLiteral("Export Presets"), QString(), k_PresetFilter);
+  if (!path.isEmpty())
+  {
+    m_MainWidget->exportPresets(path, names);
+  }
+}
+
+void ViewerMainWindow::importPresetsDialog()
+{
+  const QString path =
+      QFileDialog::getOpenFileName(this, QStringLiteral("Import Presets"), QString(), k_PresetFilter);
+  if (!path.isEmpty())
+  {
+    m_MainWidget->importPresets(path);
+  }
+}
+
 bool ViewerMainWindow::saveLayout(const QString& path)
 {
   nlohmann::json layout;
-  m_Grid->saveState(layout);
+  grid()->saveState(layout);
   QSaveFile file(path);
   const QByteArray text = QByteArray::fromStdString(layout.dump(2));
   if (!file.open(QIODevice::WriteOnly) || file.write(text) != text.size() || !file.commit())
@@ -238,7 +375,7 @@ bool ViewerMainWindow::loadLayout(const QString& path)
     return false;
   }
   const nlohmann::json layout = nlohmann::json::parse(file.readAll().toStdString(), nullptr, false);
-  auto* existing = qobject_cast<VXViewWidget*>(m_Grid->allViews().value(0));
+  auto* existing = qobject_cast<VXViewWidget*>(grid()->allViews().value(0));
   if (layout.is_discarded() || !layout.is_object() || existing == nullptr)
   {
     appendOutput(QStringLiteral("'%1' is not a layout file.").arg(path));
@@ -246,7 +383,7 @@ bool ViewerMainWindow::loadLayout(const QString& path)
   }
   try
   {
-    m_Grid->loadState(layout, existing);
+    grid()->loadState(layout, existing);
   }
   catch (const nlohmann::json::exception& error)
   {
@@ -254,18 +391,53 @@ bool ViewerMainWindow::loadLayout(const QString& path)
         QStringLiteral("Could not load the layout from '%1': %2").arg(path, QString::fromUtf8(error.what())));
     return false;
   }
-  m_Pipeline->setActiveViewWidget(m_Grid->activeView());
+  m_MainWidget->setActiveView(grid()->activeView());
   return true;
 }
 
 QImage ViewerMainWindow::captureActiveView()
 {
-  VXAbstractViewWidget* active = m_Grid->activeView();
+  VXAbstractViewWidget* active = grid()->activeView();
   if (active == nullptr || active->getVisualizationWidget() == nullptr)
   {
     return {};
   }
   return active->getVisualizationWidget()->captureViewImage(false, QColor());
+}
+
+QImage ViewerMainWindow::captureAllViews()
+{
+  VXAbstractViewWidget* active = grid()->activeView();
+  const QColor background = active != nullptr && active->getVisualizationWidget() != nullptr
+                                ? active->getVisualizationWidget()->getBackgroundColor()
+                                : QColor(Qt::black);
+  return m_MainWidget->grabAllViews(false, background);
+}
+
+void ViewerMainWindow::restoreWindowGeometry()
+{
+  QtZRSettings settings;
+  settings.beginGroup(k_SettingsGroup);
+  restoreGeometry(settings.value(k_GeometryKey).toByteArray());
+  restoreState(settings.value(k_WindowStateKey).toByteArray());
+}
+
+void ViewerMainWindow::saveWindowGeometry() const
+{
+  QtZRSettings settings;
+  settings.beginGroup(k_SettingsGroup);
+  settings.setValue(k_GeometryKey, saveGeometry());
+  settings.setValue(k_WindowStateKey, saveState());
+  settings.sync();
+}
+
+void ViewerMainWindow::closeEvent(QCloseEvent* event)
+{
+  if (m_Interactive)
+  {
+    saveWindowGeometry();
+  }
+  QMainWindow::closeEvent(event);
 }
 
 void ViewerMainWindow::dragEnterEvent(QDragEnterEvent* event)

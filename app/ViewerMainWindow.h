@@ -5,36 +5,52 @@
 #include <QImage>
 #include <QMainWindow>
 
+class QMenu;
 class QPlainTextEdit;
 class VXAbstractViewWidget;
 class VXPipeline;
 class VXViewGridWidget;
+class ViewerMainWidget;
 
 /**
- * @brief The viewer's window: the split-view grid in the centre and an output pane below that shows
- * the library's messages. Files come in from the command line, the File menu or drag and drop, and
- * all go through VXPipeline::importFile.
+ * @brief The viewer's window: the library's main widget (the split-view grid beside the pipeline
+ * tree and the selected item's settings) in the centre, and an output pane below that shows the
+ * library's messages. Data files and state files come in from the command line, the File menu, the
+ * recent files or drag and drop.
  */
 class ViewerMainWindow : public QMainWindow
 {
   Q_OBJECT
 
 public:
+  static inline const QString k_StateFileSuffix = QStringLiteral("ksxstate");
+
   explicit ViewerMainWindow(QWidget* parent = nullptr);
   ~ViewerMainWindow() override;
 
+  ViewerMainWidget* mainWidget() const;
   VXPipeline* pipeline() const;
   VXViewGridWidget* grid() const;
   QPlainTextEdit* outputPane() const;
 
-  /** @brief When off, pop-up messages go only to the output pane (scripts, screenshots). */
+  /**
+   * @brief When off, pop-up messages and questions go only to the output pane (scripts,
+   * screenshots), and the window's geometry and recent files are left as they are.
+   */
   void setInteractive(bool interactive);
 
   /** @brief The data view, colouring and colour map every file opened from now on gets. */
   void setDataViewChoice(const ViewerDataViewChoice& choice);
 
-  /** @brief Imports one file; false when it gave no dataset (the reason is in the output pane). */
+  /**
+   * @brief Imports one data file, or loads a state file (by its suffix); false when a data file gave
+   * no dataset or a state did not load whole (the reason is in the output pane).
+   */
   bool openFile(const QString& path);
+  /** @brief Loads a visualization state; false after a message when any part of it failed. */
+  bool loadStateFile(const QString& path);
+  /** @brief Writes the whole visualization atomically; false after a message. */
+  bool saveStateFile(const QString& path);
 
   /** @brief Writes the grid's layout (splits, sizes, each view's camera and settings) as JSON. */
   bool saveLayout(const QString& path);
@@ -43,28 +59,39 @@ public:
 
   /** @brief The current frame of the active view, without its toolbar. */
   QImage captureActiveView();
+  /** @brief The frames of all views at their places in the grid. */
+  QImage captureAllViews();
 
 public Q_SLOTS:
   void appendOutput(const QString& message);
-  void showPopup(const QString& title, const QString& message);
   /** @brief Shows one step of a long import in the status line while the import runs. */
   void showProgress(const QString& message);
   void openFileDialog();
+  void loadStateDialog();
+  void saveStateDialog();
+  void exportPresetsDialog();
+  void importPresetsDialog();
 
 Q_SIGNALS:
   void outputAppended(const QString& message);
 
 protected:
+  void closeEvent(QCloseEvent* event) override;
   void dragEnterEvent(QDragEnterEvent* event) override;
   void dropEvent(QDropEvent* event) override;
 
 private:
-  ViewerDataViewChoice m_DataViewChoice;
   void createMenus();
-  void connectView(VXAbstractViewWidget* view);
+  void fillRecentMenu();
+  void rememberFile(const QString& path);
+  void restoreWindowGeometry();
+  void saveWindowGeometry() const;
 
-  VXPipeline* m_Pipeline = nullptr;
-  VXViewGridWidget* m_Grid = nullptr;
+  ViewerDataViewChoice m_DataViewChoice;
+  ViewerMainWidget* m_MainWidget = nullptr;
   QPlainTextEdit* m_OutputPane = nullptr;
+  QMenu* m_RecentMenu = nullptr;
   bool m_Interactive = true;
+  // Messages of the state load under way that say it failed.
+  int m_StateLoadErrors = -1;
 };

@@ -159,10 +159,13 @@ VXRepresentation::Type VXPipeline::DefaultRepresentationType(VXDataSource* dataS
     {
       return s_DefaultEdgeRepType;
     }
-    // A vertex geometry's polydata has no vertex cells and lands here: it gets an outline.
+    // A vertex geometry's polydata has no vertex cells and lands here: points without cells draw
+    // nothing, so it gets an outline, unless vertex geometries get no default view at all (while a
+    // state loads its own views).
     if (polyData->GetPolys() == nullptr || polyData->GetPolys()->GetNumberOfCells() == 0)
     {
-      return VXRepresentation::Outline;
+      return s_DefaultVertexRepType == VXRepresentation::None ? VXRepresentation::None
+                                                              : VXRepresentation::Outline;
     }
     // The first polygon's size tells its type; GetCellType would build the cell map of the whole
     // polydata (eight bytes a cell) just to answer this.

@@ -14,7 +14,8 @@ for arg in "$@"; do
     continue
   fi
   case "$arg" in
-    --screenshot | --size | --theme | --geometry | --view | --color-by | --preset) skip_next=1 ;;
+    --state) has_file=1 skip_next=1 ;; # a state brings its own files
+    --screenshot | --size | --theme | --geometry | --view | --color-by | --preset | --save-state) skip_next=1 ;;
     -*) ;;
     *) has_file=1 ;;
   esac

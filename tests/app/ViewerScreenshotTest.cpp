@@ -2,6 +2,8 @@
 #include "common/ZRImageBaseline.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -140,4 +142,75 @@ TEST(ViewerScreenshot, ViewColouringAndPresetFromTheCommandLine)
   EXPECT_EQ(badComponent.exitCode, 1);
   EXPECT_TRUE(badComponent.errors.contains(QStringLiteral("has 1 component(s)")))
       << badComponent.errors.toStdString();
+}
+
+TEST(ViewerState, ASavedStateRendersTheSamePictureAndMovesWithItsData)
+{
+  QTemporaryDir dir;
+  const QString original = dir.filePath(QStringLiteral("original"));
+  ASSERT_TRUE(QDir().mkpath(original));
+  const QString mesh = original + QStringLiteral("/unstructured.vtu");
+  ASSERT_TRUE(QFile::copy(k_DataDir + QStringLiteral("/vtk/unstructured.vtu"), mesh));
+  const QString state = original + QStringLiteral("/mesh.ksxstate");
+  const QString before = dir.filePath(QStringLiteral("before.png"));
+  const ViewerRun saved = runViewer({mesh, QStringLiteral("--color-by"), QStringLiteral("FeatureIds"),
+                                     QStringLiteral("--preset"), QStringLiteral("Viridis"),
+                                     QStringLiteral("--save-state"), state, QStringLiteral("--screenshot"),
+                                     before, QStringLiteral("--size"), QStringLiteral("400x300")});
+  ASSERT_EQ(saved.exitCode, 0) << saved.errors.toStdString();
+  ASSERT_TRUE(QFileInfo::exists(state));
+
+  // The folder moves: the state finds its data beside it.
+  const QString moved = dir.filePath(QStringLiteral("moved"));
+  ASSERT_TRUE(QDir().rename(original, moved));
+  const QString after = dir.filePath(QStringLiteral("after.png"));
+  const ViewerRun loaded =
+      runViewer({QStringLiteral("--state"), moved + QStringLiteral("/mesh.ksxstate"),
+                 QStringLiteral("--screenshot"), after, QStringLiteral("--size"), QStringLiteral("400x300")});
+  ASSERT_EQ(loaded.exitCode, 0) << loaded.errors.toStdString();
+  EXPECT_EQ(QImage(after).size(), QImage(before).size());
+  EXPECT_LT(ZRTest::ImageError(QImage(after), QImage(before)), k_Tolerance);
+
+  // Saved again from the loaded state, the record is the same but for the paths that moved.
+  const QString again = moved + QStringLiteral("/again.ksxstate");
+  const ViewerRun resaved = runViewer({QStringLiteral("--state"), moved + QStringLiteral("/mesh.ksxstate"),
+                                       QStringLiteral("--save-state"), again});
+  ASSERT_EQ(resaved.exitCode, 0) << resaved.errors.toStdString();
+  QFile first(moved + QStringLiteral("/mesh.ksxstate"));
+  QFile second(again);
+  ASSERT_TRUE(first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly));
+  EXPECT_EQ(QString::fromUtf8(first.readAll()).replace(original, moved).toStdString(),
+            QString::fromUtf8(second.readAll()).toStdString());
+}
+
+TEST(ViewerState, BrokenStateFilesGiveTheirMessageAndAnErrorCode)
+{
+  QTemporaryDir dir;
+  const QString shot = dir.filePath(QStringLiteral("shot.png"));
+  const auto write = [&dir](const QString& name, const QByteArray& text)
+  {
+    QFile file(dir.filePath(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(text);
+    return file.fileName();
+  };
+  const ViewerRun truncated =
+      runViewer({QStringLiteral("--state"), write(QStringLiteral("cut.ksxstate"), "{\"split"),
+                 QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(truncated.exitCode, 1);
+  EXPECT_TRUE(truncated.errors.contains(QStringLiteral("Error opening visualization state from state file")))
+      << truncated.errors.toStdString();
+
+  const ViewerRun noTree = runViewer({QStringLiteral("--state"),
+                                      write(QStringLiteral("notree.ksxstate"), "{\"split_view_state\": {}}"),
+                                      QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(noTree.exitCode, 1);
+  EXPECT_TRUE(noTree.errors.contains(QStringLiteral("missing tree_view_state key")))
+      << noTree.errors.toStdString();
+
+  const ViewerRun missing =
+      runViewer({QStringLiteral("--state"), dir.filePath(QStringLiteral("none.ksxstate")),
+                 QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_TRUE(missing.errors.contains(QStringLiteral("none.ksxstate"))) << missing.errors.toStdString();
 }
