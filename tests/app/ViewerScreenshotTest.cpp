@@ -214,3 +214,17 @@ TEST(ViewerState, BrokenStateFilesGiveTheirMessageAndAnErrorCode)
   EXPECT_EQ(missing.exitCode, 1);
   EXPECT_TRUE(missing.errors.contains(QStringLiteral("none.ksxstate"))) << missing.errors.toStdString();
 }
+
+TEST(ViewerState, TheSampleStatesLoadAndRenderTheirPictures)
+{
+  QTemporaryDir dir;
+  for (const QString name : {QStringLiteral("grains-and-boundaries"), QStringLiteral("thermal-and-holder")})
+  {
+    const QString state = QStringLiteral(ZR_TEST_BINARY_DIR "/data/") + name + QStringLiteral(".ksxstate");
+    const QString shot = dir.filePath(name + QStringLiteral(".png"));
+    const ViewerRun run = runViewer({QStringLiteral("--state"), state, QStringLiteral("--screenshot"), shot,
+                                     QStringLiteral("--size"), QStringLiteral("800x300")});
+    ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+    EXPECT_TRUE(matchesBaseline(QImage(shot), QStringLiteral("sample_state_") + name)) << name.toStdString();
+  }
+}
