@@ -1,4 +1,5 @@
 #include "main/VXInfoWidget.h"
+#include "ui_VXInfoWidget.h"
 
 #include "data_views/VXRepresentationPimpl.h"
 #include "main/VXTreeStateLoader.h"
@@ -20,7 +21,6 @@
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QHBoxLayout>
 #include <QInputDialog>
 #include <QItemSelectionModel>
 #include <QLabel>
@@ -28,7 +28,6 @@
 #include <QMenu>
 #include <QMimeData>
 #include <QShortcut>
-#include <QSplitter>
 #include <QToolButton>
 #include <QUrl>
 #include <QVBoxLayout>
@@ -112,9 +111,8 @@ const QList<VXRepresentation::Type> VXInfoWidget::k_AddableRepresentationTypes =
 
 VXInfoWidget::VXInfoWidget(QWidget* parent)
     : QWidget(parent)
+    , m_Ui(std::make_unique<Ui::VXInfoWidget>())
 {
-  setObjectName(QStringLiteral("VXInfoWidget"));
-  setAcceptDrops(true);
   buildLayout();
   updateToolbarState();
 }
@@ -126,41 +124,19 @@ VXInfoWidget::~VXInfoWidget()
   swapPanel(m_DatasetInfoLayout, m_CurrentDatasetInfoWidget, nullptr);
 }
 
-QToolButton* VXInfoWidget::makeToolButton(const QString& iconName, const QString& toolTip)
-{
-  auto* button = new QToolButton(this);
-  button->setIcon(ZRStyle::generateThemeIconFromName(iconName));
-  button->setToolTip(toolTip);
-  button->setAutoRaise(true);
-  return button;
-}
-
 void VXInfoWidget::buildLayout()
 {
-  auto* layout = new QVBoxLayout(this);
-  layout->setContentsMargins(0, 0, 0, 0);
-  layout->setSpacing(0);
-  auto* splitter = new QSplitter(Qt::Vertical, this);
-  splitter->setObjectName(QStringLiteral("infoSplitter"));
-  splitter->setChildrenCollapsible(false);
-  layout->addWidget(splitter);
+  m_Ui->setupUi(this);
+  m_SearchField = m_Ui->pipelineSearchField;
+  m_AddViewButton = m_Ui->addDataViewButton;
+  m_RemoveButton = m_Ui->removeItemButton;
+  m_TreeView = m_Ui->pipelineTreeView;
+  m_SettingsArea = m_Ui->itemSettingsArea;
+  m_SettingsLayout = m_Ui->settingsLayout;
+  m_DatasetInfoArea = m_Ui->datasetInfoArea;
+  m_DatasetInfoLayout = m_Ui->datasetInfoLayout;
 
-  // The tree with its search field and toolbar.
-  auto* treePane = new QWidget(splitter);
-  auto* treeLayout = new QVBoxLayout(treePane);
-  treeLayout->setContentsMargins(2, 2, 2, 2);
-  treeLayout->setSpacing(2);
-  auto* toolbar = new QHBoxLayout();
-  m_SearchField = new QLineEdit(treePane);
-  m_SearchField->setObjectName(QStringLiteral("pipelineSearchField"));
-  m_SearchField->setPlaceholderText(QStringLiteral("Search"));
-  m_SearchField->setClearButtonEnabled(true);
-  toolbar->addWidget(m_SearchField, 1);
-
-  m_AddViewButton = makeToolButton(QStringLiteral("Visualization"),
-                                   QStringLiteral("Add a data view to the selected data source"));
-  m_AddViewButton->setObjectName(QStringLiteral("addDataViewButton"));
-  m_AddViewButton->setPopupMode(QToolButton::InstantPopup);
+  m_AddViewButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("Visualization")));
   auto* addMenu = new QMenu(m_AddViewButton);
   for (VXRepresentation::Type type : k_AddableRepresentationTypes)
   {
@@ -168,21 +144,13 @@ void VXInfoWidget::buildLayout()
     connect(action, &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
   }
   m_AddViewButton->setMenu(addMenu);
-  toolbar->addWidget(m_AddViewButton);
-
-  m_RemoveButton = makeToolButton(QStringLiteral("Close"), QStringLiteral("Remove the selected item"));
-  m_RemoveButton->setObjectName(QStringLiteral("removeItemButton"));
+  m_RemoveButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("Close")));
   connect(m_RemoveButton, &QToolButton::clicked, this, &VXInfoWidget::removeSelectedItem);
-  toolbar->addWidget(m_RemoveButton);
-  treeLayout->addLayout(toolbar);
 
-  m_TreeView = new VXRenderTreeView(treePane);
-  m_TreeView->setObjectName(QStringLiteral("pipelineTreeView"));
   m_ProxyModel = new VXInfoWidgetProxyModel(this);
   m_TreeView->setModel(m_ProxyModel);
   m_TreeView->setItemDelegate(
       new VXPipelineModelItemDelegate(this, VXPipelineModel::VisibilityColumn, m_TreeView));
-  treeLayout->addWidget(m_TreeView, 1);
   connect(m_SearchField, &QLineEdit::textChanged, this,
           [this](const QString& text)
           {
@@ -196,21 +164,10 @@ void VXInfoWidget::buildLayout()
   connect(m_TreeView->selectionModel(), &QItemSelectionModel::currentChanged, this,
           &VXInfoWidget::onSelectionChanged);
 
-  // The settings of the selected item.
-  m_SettingsArea = new QWidget(splitter);
-  m_SettingsArea->setObjectName(QStringLiteral("itemSettingsArea"));
-  m_SettingsLayout = new QVBoxLayout(m_SettingsArea);
-  m_SettingsLayout->setContentsMargins(0, 0, 0, 0);
-
-  // The dataset information of the selected data source.
-  m_DatasetInfoArea = new QWidget(splitter);
-  m_DatasetInfoArea->setObjectName(QStringLiteral("datasetInfoArea"));
-  m_DatasetInfoLayout = new QVBoxLayout(m_DatasetInfoArea);
-  m_DatasetInfoLayout->setContentsMargins(0, 0, 0, 0);
-
-  splitter->setStretchFactor(0, 2);
-  splitter->setStretchFactor(1, 3);
-  splitter->setStretchFactor(2, 1);
+  // The tree gets the most room, the settings next, the dataset information the least.
+  m_Ui->infoSplitter->setStretchFactor(0, 2);
+  m_Ui->infoSplitter->setStretchFactor(1, 3);
+  m_Ui->infoSplitter->setStretchFactor(2, 1);
 }
 
 void VXInfoWidget::setPipelineModel(VXPipelineModel* model)

@@ -12,6 +12,8 @@
 #include <QString>
 #include <QWidget>
 
+#include <memory>
+
 class QLineEdit;
 class QMenu;
 class QToolButton;
@@ -23,6 +25,11 @@ class VXDatasetInfoWidget;
 class VXInfoWidgetProxyModel;
 class VXPipelineModel;
 class VXRenderTreeView;
+
+namespace Ui
+{
+class VXInfoWidget;
+} // namespace Ui
 
 /**
  * The information panel beside the render views: the pipeline tree with a search field and a small
@@ -94,7 +101,6 @@ protected:
 
 private:
   void buildLayout();
-  QToolButton* makeToolButton(const QString& iconName, const QString& toolTip);
   void onSelectionChanged();
   void showItemPanels(const QModelIndex& index);
   // Puts the widget into the layout in place of the shown one, which goes back to its owner.
@@ -103,6 +109,7 @@ private:
   void fillPresetMenu(QMenu* menu, const QModelIndex& index);
   void updateToolbarState();
 
+  std::unique_ptr<Ui::VXInfoWidget> m_Ui;
   QPointer<VXPipelineModel> m_Model;
   VXInfoWidgetProxyModel* m_ProxyModel = nullptr;
   VXRenderTreeView* m_TreeView = nullptr;

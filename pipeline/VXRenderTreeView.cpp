@@ -20,7 +20,34 @@ VXRenderTreeView::VXRenderTreeView(QWidget* parent)
   header()->setMinimumSectionSize(20);
   header()->setStretchLastSection(true);
   header()->hide();
-  setColumnWidth(0, 20);
+  applyColumnWidths();
+}
+
+void VXRenderTreeView::setModel(QAbstractItemModel* model)
+{
+  if (this->model() != nullptr)
+  {
+    disconnect(this->model(), nullptr, this, nullptr);
+  }
+  QTreeView::setModel(model);
+  applyColumnWidths();
+  if (model == nullptr)
+  {
+    return;
+  }
+  connect(model, &QAbstractItemModel::modelReset, this, &VXRenderTreeView::applyColumnWidths);
+  connect(model, &QAbstractItemModel::columnsInserted, this, &VXRenderTreeView::applyColumnWidths);
+  connect(model, &QAbstractItemModel::layoutChanged, this, &VXRenderTreeView::applyColumnWidths);
+}
+
+void VXRenderTreeView::applyColumnWidths()
+{
+  if (header()->count() == 0)
+  {
+    return;
+  }
+  header()->setSectionResizeMode(0, QHeaderView::Fixed);
+  setColumnWidth(0, k_VisibilityColumnWidth);
 }
 
 QString VXRenderTreeView::emptyHintText()

@@ -13,9 +13,17 @@ class VXRenderTreeView : public QTreeView
 public:
   explicit VXRenderTreeView(QWidget* parent = nullptr);
 
+  void setModel(QAbstractItemModel* model) override;
+
   // The rich text shown while the tree is empty.
   static QString emptyHintText();
 
+  static constexpr int k_VisibilityColumnWidth = 20;
+
 protected:
   void paintEvent(QPaintEvent* event) override;
+
+private:
+  // The eye column keeps its width whatever the model does to the header's sections.
+  void applyColumnWidths();
 };

@@ -342,6 +342,8 @@ TEST_F(PipelineModelTest, DelegateEyeTogglesVisibilityAndEditorRefusesDuplicates
   tree->expandAll();
   QCoreApplication::processEvents();
 
+  EXPECT_EQ(tree->columnWidth(VXPipelineModel::VisibilityColumn), VXRenderTreeView::k_VisibilityColumnWidth);
+  EXPECT_TRUE(tree->isHeaderHidden());
   const QModelIndex eye = m_Info.proxyModel()->mapFromSource(checkIndex(views.at(0)));
   const QRect eyeRect = tree->visualRect(eye);
   ASSERT_TRUE(eyeRect.isValid());
