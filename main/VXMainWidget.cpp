@@ -136,6 +136,11 @@ VXMainWidget::~VXMainWidget()
   {
     disconnect(connection);
   }
+  // The data goes first, while the views its data views draw in and the panel still exist.
+  delete m_PipelineModel;
+  m_PipelineModel = nullptr;
+  delete m_Pipeline;
+  m_Pipeline = nullptr;
 }
 
 void VXMainWidget::connectSignals()

@@ -19,6 +19,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <QApplication>
+#include <QClipboard>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -657,6 +659,30 @@ TEST_F(MainWidgetTest, LinkAllViewsNeedsMoreThanOneView)
   {
     EXPECT_FALSE(view->getVisualizationWidget()->isLinked());
   }
+}
+
+TEST_F(MainWidgetTest, RequestsOfANewViewsWindowReachTheMainWidget)
+{
+  split(*m_Widget, 0, true);
+  const QList<VXAbstractViewWidget*> views = m_Widget->getAllViewWidgets();
+  ASSERT_EQ(views.size(), 2);
+  VXVisualizationWidget* made = views[1]->getVisualizationWidget();
+  Q_EMIT made->requestLinkAllCameras();
+  EXPECT_TRUE(views[0]->getVisualizationWidget()->isLinked());
+  EXPECT_TRUE(made->isLinked());
+  Q_EMIT made->requestUnlinkAllCameras();
+  EXPECT_FALSE(views[0]->getVisualizationWidget()->isLinked());
+
+  QApplication::clipboard()->clear();
+  Q_EMIT made->requestCopyAllViewsToClipboard();
+  const QImage copied = QApplication::clipboard()->image();
+  QRect bounds;
+  for (VXAbstractViewWidget* view : views)
+  {
+    QWidget* window = view->getVisualizationWidget();
+    bounds = bounds.united(QRect(window->mapTo(m_Widget.get(), QPoint(0, 0)), window->size()));
+  }
+  EXPECT_EQ(copied.size(), bounds.size());
 }
 
 TEST_F(MainWidgetTest, LinkingDataViewsBlursEveryViewAndRestoresThem)
