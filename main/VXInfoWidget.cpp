@@ -8,6 +8,7 @@
 #include "pipeline/VXCoreObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXDatasetInfoWidget.h"
+#include "pipeline/VXDefaultDataViewsSetAside.h"
 #include "pipeline/VXInfoWidgetProxyModel.h"
 #include "pipeline/VXPipeline.h"
 #include "pipeline/VXPipelineModel.h"
@@ -40,42 +41,6 @@ constexpr const char* k_ItemTypeKey = "item_type";
 constexpr const char* k_ItemDataKey = "item_data";
 constexpr const char* k_ItemChildrenKey = "item_children";
 const QString k_StateFileSuffix = QStringLiteral("ksxstate");
-
-// No default data view is made while a state file rebuilds the tree: its data views come from the file.
-class DefaultRepresentationsSetAside
-{
-public:
-  DefaultRepresentationsSetAside()
-      : m_Saved{VXPipeline::getDefaultRepType(),         VXPipeline::getDefaultImageGeomRepType(),
-                VXPipeline::getDefaultRectGridRepType(), VXPipeline::getDefaultVertexRepType(),
-                VXPipeline::getDefaultEdgeRepType(),     VXPipeline::getDefaultTriangleRepType(),
-                VXPipeline::getDefaultQuadRepType(),     VXPipeline::getDefaultHexRepType(),
-                VXPipeline::getDefaultTetRepType()}
-  {
-    setAll({VXRepresentation::None, VXRepresentation::None, VXRepresentation::None, VXRepresentation::None,
-            VXRepresentation::None, VXRepresentation::None, VXRepresentation::None, VXRepresentation::None,
-            VXRepresentation::None});
-  }
-  ~DefaultRepresentationsSetAside() { setAll(m_Saved); }
-  DefaultRepresentationsSetAside(const DefaultRepresentationsSetAside&) = delete;
-  DefaultRepresentationsSetAside& operator=(const DefaultRepresentationsSetAside&) = delete;
-
-private:
-  using Types = std::array<VXRepresentation::Type, 9>;
-  static void setAll(const Types& types)
-  {
-    VXPipeline::setDefaultRepType(types[0]);
-    VXPipeline::setDefaultImageGeomRepType(types[1]);
-    VXPipeline::setDefaultRectGridRepType(types[2]);
-    VXPipeline::setDefaultVertexRepType(types[3]);
-    VXPipeline::setDefaultEdgeRepType(types[4]);
-    VXPipeline::setDefaultTriangleRepType(types[5]);
-    VXPipeline::setDefaultQuadRepType(types[6]);
-    VXPipeline::setDefaultHexRepType(types[7]);
-    VXPipeline::setDefaultTetRepType(types[8]);
-  }
-  Types m_Saved;
-};
 
 // Names of the stored visualization presets; the store keeps one JSON text per preset name.
 QStringList storedPresetNames()
@@ -564,7 +529,7 @@ void VXInfoWidget::loadState(const nlohmann::json& input, const QMap<VXAbstractV
     return;
   }
   const QModelIndex source = parent.model() == m_ProxyModel ? m_ProxyModel->mapToSource(parent) : parent;
-  DefaultRepresentationsSetAside noDefaultViews;
+  VXDefaultDataViewsSetAside noDefaultViews;
   VXTreeStateLoader loader(m_Model, viewIndexes,
                            [this](const QString& message) { Q_EMIT sendOutputMessage(message); });
   loader.load(input, source.isValid() ? source.siblingAtColumn(0) : source);

@@ -4,6 +4,7 @@
 
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "main/VXInfoWidget.h"
+#include "pipeline/VXDefaultDataViewsSetAside.h"
 #include "pipeline/VXPipeline.h"
 #include "pipeline/VXPipelineModel.h"
 #include "pipeline/VXStateFileDirectory.h"
@@ -44,48 +45,6 @@ constexpr const char* k_SplitViewStateKey = "split_view_state";
 constexpr const char* k_TreeViewStateKey = "tree_view_state";
 const QString k_PresetsKey = ZR::SettingsKeys::k_VisualizationPresets;
 const QString k_UriListMimeType = QStringLiteral("text/uri-list");
-
-/**
- * While a state or preset loads, its items bring their own data views: no data source may get a
- * default one. The defaults come back however the load ends.
- */
-class DefaultDataViewsSetAside
-{
-public:
-  DefaultDataViewsSetAside()
-      : m_Saved({VXPipeline::getDefaultRepType(), VXPipeline::getDefaultImageGeomRepType(),
-                 VXPipeline::getDefaultRectGridRepType(), VXPipeline::getDefaultVertexRepType(),
-                 VXPipeline::getDefaultEdgeRepType(), VXPipeline::getDefaultTriangleRepType(),
-                 VXPipeline::getDefaultQuadRepType(), VXPipeline::getDefaultHexRepType(),
-                 VXPipeline::getDefaultTetRepType()})
-  {
-    apply({VXRepresentation::None, VXRepresentation::None, VXRepresentation::None, VXRepresentation::None,
-           VXRepresentation::None, VXRepresentation::None, VXRepresentation::None, VXRepresentation::None,
-           VXRepresentation::None});
-  }
-  ~DefaultDataViewsSetAside() { apply(m_Saved); }
-
-  DefaultDataViewsSetAside(const DefaultDataViewsSetAside&) = delete;
-  DefaultDataViewsSetAside& operator=(const DefaultDataViewsSetAside&) = delete;
-
-private:
-  using Types = std::array<VXRepresentation::Type, 9>;
-
-  static void apply(const Types& types)
-  {
-    VXPipeline::setDefaultRepType(types[0]);
-    VXPipeline::setDefaultImageGeomRepType(types[1]);
-    VXPipeline::setDefaultRectGridRepType(types[2]);
-    VXPipeline::setDefaultVertexRepType(types[3]);
-    VXPipeline::setDefaultEdgeRepType(types[4]);
-    VXPipeline::setDefaultTriangleRepType(types[5]);
-    VXPipeline::setDefaultQuadRepType(types[6]);
-    VXPipeline::setDefaultHexRepType(types[7]);
-    VXPipeline::setDefaultTetRepType(types[8]);
-  }
-
-  Types m_Saved;
-};
 
 // The view numbers of a save or load exist only while it runs.
 class ViewIndexesScope
@@ -570,7 +529,7 @@ void VXMainWidget::loadState(const nlohmann::json& input)
     }
   }
   clearSplitViewState();
-  DefaultDataViewsSetAside noDefaultViews;
+  VXDefaultDataViewsSetAside noDefaultViews;
   VXViewWidget* first = nullptr;
   for (VXAbstractViewWidget* view : m_Ui->viewGridWidget->allViews())
   {
@@ -736,7 +695,7 @@ void VXMainWidget::applyPreset(const QModelIndex& parentIndex, const QString& pr
   }
   try
   {
-    DefaultDataViewsSetAside noDefaultViews;
+    VXDefaultDataViewsSetAside noDefaultViews;
     if (preset.contains(k_SplitViewStateKey))
     {
       if (!askYesNo(
