@@ -45,7 +45,7 @@ int VXBasicSpreadsheetModel::rowCount(const QModelIndex& parent) const
   {
     return 0;
   }
-  return static_cast<int>(std::min(m_RowCount, m_RowLimit));
+  return windowed(tableRowCount());
 }
 
 int VXBasicSpreadsheetModel::columnCount(const QModelIndex& parent) const
@@ -69,7 +69,7 @@ QVariant VXBasicSpreadsheetModel::headerData(int section, Qt::Orientation orient
   }
   if (orientation == Qt::Vertical)
   {
-    return section < rowCount() ? QString::number(section) : QString();
+    return section < rowCount() ? QString::number(m_RowOffset + static_cast<quint64>(section)) : QString();
   }
   if (static_cast<std::size_t>(section) >= m_Columns.size())
   {
@@ -121,11 +121,11 @@ void VXBasicSpreadsheetModel::addArray(const std::shared_ptr<zr::core::IArray>& 
   const quint64 tuples = array->getNumberOfTuples();
   if (tuples > m_RowCount)
   {
-    const quint64 shownBefore = std::min(m_RowCount, m_RowLimit);
-    const quint64 shownAfter = std::min(tuples, m_RowLimit);
+    const int shownBefore = windowed(std::min(m_RowCount, m_RowLimit));
+    const int shownAfter = windowed(std::min(tuples, m_RowLimit));
     if (shownAfter > shownBefore)
     {
-      beginInsertRows(QModelIndex(), static_cast<int>(shownBefore), static_cast<int>(shownAfter - 1));
+      beginInsertRows(QModelIndex(), shownBefore, shownAfter - 1);
       m_RowCount = tuples;
       endInsertRows();
     }
@@ -251,11 +251,11 @@ void VXBasicSpreadsheetModel::removeColumn(int column)
   {
     rows = std::max<quint64>(rows, array->getNumberOfTuples());
   }
-  const quint64 shownBefore = std::min(m_RowCount, m_RowLimit);
-  const quint64 shownAfter = std::min(rows, m_RowLimit);
+  const int shownBefore = windowed(std::min(m_RowCount, m_RowLimit));
+  const int shownAfter = windowed(std::min(rows, m_RowLimit));
   if (shownAfter < shownBefore)
   {
-    beginRemoveRows(QModelIndex(), static_cast<int>(shownAfter), static_cast<int>(shownBefore - 1));
+    beginRemoveRows(QModelIndex(), shownAfter, shownBefore - 1);
     m_RowCount = rows;
     endRemoveRows();
   }
@@ -287,18 +287,33 @@ bool VXBasicSpreadsheetModel::validIndex(const QModelIndex& index) const
 
 QString VXBasicSpreadsheetModel::getValue(const QModelIndex& index) const
 {
-  if (!validIndex(index) || m_Arrays.size() != m_Functors.size())
+  if (!validIndex(index))
   {
     return {};
   }
-  const auto& [arrayIndex, component] = m_Columns[index.column()];
-  if (arrayIndex >= m_Arrays.size() ||
-      static_cast<quint64>(index.row()) >= m_Arrays[arrayIndex]->getNumberOfTuples())
+  return textAt(m_RowOffset + static_cast<quint64>(index.row()), index.column());
+}
+
+QString VXBasicSpreadsheetModel::textAt(quint64 row, int column) const
+{
+  if (column < 0 || static_cast<std::size_t>(column) >= m_Columns.size() ||
+      m_Arrays.size() != m_Functors.size())
   {
     return {};
   }
-  return m_Functors[arrayIndex]->toString(static_cast<unsigned long>(index.row()), component, m_Notation,
+  const auto& [arrayIndex, component] = m_Columns[column];
+  // Shorter arrays leave blank cells below their last tuple.
+  if (arrayIndex >= m_Arrays.size() || row >= m_Arrays[arrayIndex]->getNumberOfTuples())
+  {
+    return {};
+  }
+  return m_Functors[arrayIndex]->toString(static_cast<unsigned long>(row), component, m_Notation,
                                           m_Precision);
+}
+
+quint64 VXBasicSpreadsheetModel::tableRowCount() const
+{
+  return std::min(m_RowCount, m_RowLimit);
 }
 
 quint64 VXBasicSpreadsheetModel::totalRowCount() const

@@ -33,6 +33,8 @@ public:
   void clear() override;
   bool validIndex(const QModelIndex& index) const override;
   QString getValue(const QModelIndex& index) const override;
+  quint64 tableRowCount() const override;
+  QString textAt(quint64 row, int column) const override;
 
   /** @brief Tuples of the longest array, also those past the rows a table can show. */
   quint64 totalRowCount() const;

@@ -21,6 +21,7 @@
 #include <QIntValidator>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QScrollBar>
 #include <QSet>
 #include <QStyle>
 
@@ -66,6 +67,8 @@ VXSpreadsheet::VXSpreadsheet(QWidget* parent)
           &VXSpreadsheet::resizeColumn);
   connect(m_Ui->tableView->verticalHeader(), &QHeaderView::sectionHandleDoubleClicked, this,
           &VXSpreadsheet::resizeRow);
+  connect(m_Ui->tableView->verticalScrollBar(), &QScrollBar::valueChanged, this,
+          &VXSpreadsheet::onVerticalScroll);
   setModel(new VXBasicSpreadsheetModel());
 }
 
@@ -129,6 +132,7 @@ void VXSpreadsheet::setModel(VXSpreadsheetModel* model)
   if (m_Model != nullptr)
   {
     m_Model->setParent(this);
+    m_Model->setRowWindow(0, k_WindowRows);
   }
   m_Ui->tableView->setModel(m_Model);
   delete old;
@@ -319,7 +323,57 @@ void VXSpreadsheet::setCurrentColumn(int column)
 
 int VXSpreadsheet::rowCount() const
 {
-  return m_Model == nullptr ? 0 : m_Model->rowCount();
+  return m_Model == nullptr
+             ? 0
+             : static_cast<int>(std::min(m_Model->tableRowCount(), VXSpreadsheetModel::k_MaxRows));
+}
+
+void VXSpreadsheet::showRowsFrom(quint64 firstRow)
+{
+  if (m_Model == nullptr)
+  {
+    return;
+  }
+  const quint64 rows = m_Model->tableRowCount();
+  const quint64 window = m_Model->windowRows();
+  const quint64 offset = rows > window ? std::min(firstRow, rows - window) : 0;
+  if (offset != m_Model->rowOffset())
+  {
+    moveRowWindow(offset, firstRow);
+  }
+}
+
+void VXSpreadsheet::onVerticalScroll(int value)
+{
+  QScrollBar* bar = m_Ui->tableView->verticalScrollBar();
+  if (m_MovingWindow || m_Model == nullptr || bar->maximum() <= 0)
+  {
+    return;
+  }
+  const quint64 offset = m_Model->rowOffset();
+  const quint64 half = m_Model->windowRows() / 2;
+  const quint64 top = offset + static_cast<quint64>(std::max(m_Ui->tableView->rowAt(0), 0));
+  const quint64 windowEnd = offset + static_cast<quint64>(m_Model->rowCount());
+  if (value >= bar->maximum() && windowEnd < m_Model->tableRowCount())
+  {
+    moveRowWindow(std::min(offset + half, m_Model->tableRowCount() - m_Model->windowRows()), top);
+  }
+  else if (value <= bar->minimum() && offset > 0)
+  {
+    moveRowWindow(offset > half ? offset - half : 0, top);
+  }
+}
+
+void VXSpreadsheet::moveRowWindow(quint64 offset, quint64 keepRowAtTop)
+{
+  m_MovingWindow = true;
+  m_Model->setRowWindow(offset, m_Model->windowRows());
+  if (m_Model->rowCount() > 0 && m_Model->columnCount() > 0 && keepRowAtTop >= offset)
+  {
+    const int row = static_cast<int>(std::min<quint64>(keepRowAtTop - offset, m_Model->rowCount() - 1));
+    m_Ui->tableView->scrollTo(m_Model->index(row, 0), QAbstractItemView::PositionAtTop);
+  }
+  m_MovingWindow = false;
 }
 
 std::pair<double, double> VXSpreadsheet::getMinMax() const
@@ -453,16 +507,16 @@ void VXSpreadsheet::resizeSelectedColumnsTo(int logical, int, int newSize)
 
 void VXSpreadsheet::jumpToRowColumn()
 {
-  if (m_Model == nullptr || m_Model->rowCount() == 0 || m_Model->columnCount() == 0)
+  if (m_Model == nullptr || m_Model->tableRowCount() == 0 || m_Model->columnCount() == 0)
   {
     return;
   }
   bool ok = false;
-  qint64 row = m_Ui->rowLineEdit->text().toLongLong(&ok, 10);
-  row = ok ? std::max<qint64>(row, 0) : 0;
+  qulonglong row = m_Ui->rowLineEdit->text().toULongLong(&ok, 10);
+  row = ok ? row : 0;
   qint64 column = m_Ui->colLineEdit->text().toLongLong(&ok, 10);
   column = ok ? std::max<qint64>(column, 0) : 0;
-  row = std::min<qint64>(row, m_Model->rowCount() - 1);
+  row = std::min<qulonglong>(row, m_Model->tableRowCount() - 1);
   column = std::min<qint64>(column, m_Model->columnCount() - 1);
   {
     const QSignalBlocker rowBlocker(m_Ui->rowLineEdit);
@@ -470,7 +524,14 @@ void VXSpreadsheet::jumpToRowColumn()
     m_Ui->rowLineEdit->setText(QString::number(row));
     m_Ui->colLineEdit->setText(QString::number(column));
   }
-  const QModelIndex index = m_Model->index(static_cast<int>(row), static_cast<int>(column));
+  const quint64 offset = m_Model->rowOffset();
+  if (row < offset || row >= offset + static_cast<quint64>(m_Model->rowCount()))
+  {
+    const quint64 half = m_Model->windowRows() / 2;
+    showRowsFrom(row > half ? row - half : 0);
+  }
+  const QModelIndex index =
+      m_Model->index(static_cast<int>(row - m_Model->rowOffset()), static_cast<int>(column));
   m_Ui->tableView->setCurrentIndex(index);
   m_Ui->tableView->scrollTo(index);
 }
@@ -538,7 +599,8 @@ void VXSpreadsheet::copySelectedItems()
     text += m_Model->data(indexes[i], Qt::DisplayRole).toString();
   }
   QApplication::clipboard()->setText(text);
-  Q_EMIT printOutput(QStringLiteral("Copied %1 rows to the clipboard\n").arg(indexes.last().row() + 1));
+  const quint64 lastRow = m_Model->rowOffset() + static_cast<quint64>(indexes.last().row());
+  Q_EMIT printOutput(QStringLiteral("Copied %1 rows to the clipboard\n").arg(lastRow + 1));
 }
 
 void VXSpreadsheet::exportTable(const QString& delimiter)

@@ -31,6 +31,9 @@ class VXSpreadsheet : public QWidget
   Q_OBJECT
 
 public:
+  /** @brief Rows the table view holds at once; scrolling past either end moves this window. */
+  static constexpr quint64 k_WindowRows = 1000000;
+
   explicit VXSpreadsheet(QWidget* parent = nullptr);
   ~VXSpreadsheet() override;
 
@@ -57,7 +60,10 @@ public:
   int numSelectedCells() const;
   int currentColumn() const;
   void setCurrentColumn(int column);
+  /** @brief Rows of the whole table (the view holds a window of them). */
   int rowCount() const;
+  /** @brief Moves the view's window of rows so that it starts near firstRow of the table. */
+  void showRowsFrom(quint64 firstRow);
   std::pair<double, double> getMinMax() const;
   std::pair<double, double> getMinMax(unsigned long column) const;
   bool showsHeaders() const;
@@ -109,6 +115,8 @@ private:
   void connectModel();
   void reportIfSlow(qint64 elapsedMs);
   int columnWidthFor(int column) const;
+  void onVerticalScroll(int value);
+  void moveRowWindow(quint64 offset, quint64 keepRowAtTop);
 
   std::unique_ptr<Ui::VXSpreadsheet> m_Ui;
   VXSpreadsheetModel* m_Model = nullptr;
@@ -126,4 +134,5 @@ private:
   QAction* m_SumAction = nullptr;
   QAction* m_AvgAction = nullptr;
   bool m_ShowHeaders = false;
+  bool m_MovingWindow = false;
 };

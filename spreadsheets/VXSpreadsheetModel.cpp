@@ -195,3 +195,40 @@ QSize VXSpreadsheetModel::sizeHintFor(const QModelIndex& index) const
   const int height = std::max(metrics.height(), ZRStyle::getItemSize(11));
   return {width, height};
 }
+
+void VXSpreadsheetModel::setRowWindow(quint64 offset, quint64 rows)
+{
+  beginResetModel();
+  m_RowOffset = offset;
+  m_WindowRows = std::min<quint64>(std::max<quint64>(rows, 1), k_MaxRows);
+  endResetModel();
+}
+
+quint64 VXSpreadsheetModel::rowOffset() const
+{
+  return m_RowOffset;
+}
+
+quint64 VXSpreadsheetModel::windowRows() const
+{
+  return m_WindowRows;
+}
+
+quint64 VXSpreadsheetModel::tableRowCount() const
+{
+  return static_cast<quint64>(rowCount());
+}
+
+QString VXSpreadsheetModel::textAt(quint64 row, int column) const
+{
+  return getValue(index(static_cast<int>(row), column));
+}
+
+int VXSpreadsheetModel::windowed(quint64 tableRows) const
+{
+  if (tableRows <= m_RowOffset)
+  {
+    return 0;
+  }
+  return static_cast<int>(std::min(tableRows - m_RowOffset, m_WindowRows));
+}

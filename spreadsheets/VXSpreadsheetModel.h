@@ -66,6 +66,18 @@ public:
   virtual bool validIndex(const QModelIndex& index) const = 0;
   virtual QString getValue(const QModelIndex& index) const = 0;
 
+  /**
+   * @brief Shows rows [offset, offset + rows) of the table. A view keeps a record per row (and row
+   * positions in 32-bit pixels), so a big table is shown one window of rows at a time.
+   */
+  void setRowWindow(quint64 offset, quint64 rows);
+  quint64 rowOffset() const;
+  quint64 windowRows() const;
+  /** @brief Rows of the whole table, not only those of the window. */
+  virtual quint64 tableRowCount() const;
+  /** @brief The text of a cell by its row in the whole table. */
+  virtual QString textAt(quint64 row, int column) const;
+
   /** @brief The largest list of any tuple. */
   static unsigned long GetMaxListSize(const std::shared_ptr<zr::core::INeighborList>& list);
   /** @brief Pixel width of the widest string of the array (0 for none). */
@@ -86,6 +98,11 @@ protected:
   /** @brief Widest of the three numbers once formatted with the current notation and precision. */
   double measureNumbers(double widest, const double* minimum, const double* maximum) const;
   QSize sizeHintFor(const QModelIndex& index) const;
+  /** @brief How many of a table's rows the window shows. */
+  int windowed(quint64 tableRows) const;
+
+  quint64 m_RowOffset = 0;
+  quint64 m_WindowRows = k_MaxRows;
 
   NotationType m_Notation = Auto;
   int m_Precision = 6;

@@ -1,6 +1,7 @@
 #include "spreadsheets/VXSpreadsheetTableWriter.h"
 
-#include <QAbstractItemModel>
+#include "spreadsheets/VXSpreadsheetModel.h"
+
 #include <QSaveFile>
 #include <QTextStream>
 
@@ -16,14 +17,14 @@ void FlushIfFull(QTextStream& stream, QString& buffer)
 }
 } // namespace
 
-void VXSpreadsheetTableWriter::Write(QTextStream& stream, const QAbstractItemModel& model,
+void VXSpreadsheetTableWriter::Write(QTextStream& stream, const VXSpreadsheetModel& model,
                                      const QString& delimiter, bool withHeaders)
 {
   QString buffer;
   buffer.reserve(k_BufferReserve);
   buffer += QStringLiteral("sep=") + delimiter + QLatin1Char('\n');
   const int columns = model.columnCount();
-  const int rows = model.rowCount();
+  const quint64 rows = model.tableRowCount();
   for (int column = 0; column < columns; ++column)
   {
     if (column > 0)
@@ -35,7 +36,7 @@ void VXSpreadsheetTableWriter::Write(QTextStream& stream, const QAbstractItemMod
       buffer += model.headerData(column, Qt::Horizontal, Qt::DisplayRole).toString();
     }
   }
-  for (int row = 0; row < rows; ++row)
+  for (quint64 row = 0; row < rows; ++row)
   {
     buffer += QLatin1Char('\n');
     for (int column = 0; column < columns; ++column)
@@ -44,7 +45,7 @@ void VXSpreadsheetTableWriter::Write(QTextStream& stream, const QAbstractItemMod
       {
         buffer += delimiter;
       }
-      buffer += model.data(model.index(row, column), Qt::DisplayRole).toString();
+      buffer += model.textAt(row, column);
     }
     FlushIfFull(stream, buffer);
   }
@@ -54,7 +55,7 @@ void VXSpreadsheetTableWriter::Write(QTextStream& stream, const QAbstractItemMod
 }
 
 VXSpreadsheetTableWriter::Status VXSpreadsheetTableWriter::WriteFile(const QString& filePath,
-                                                                     const QAbstractItemModel& model,
+                                                                     const VXSpreadsheetModel& model,
                                                                      const QString& delimiter,
                                                                      bool withHeaders)
 {

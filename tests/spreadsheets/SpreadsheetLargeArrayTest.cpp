@@ -62,13 +62,44 @@ TEST(SpreadsheetLargeArray, TenMillionRowsAreReadOnceThenOnlyWherePainted)
   EXPECT_GT(firstScreen, 0U);
   EXPECT_LT(firstScreen, 2000U);
 
-  sheet.tableView()->scrollToBottom();
+  // The view holds a window of rows; going to the end moves it there.
+  EXPECT_EQ(sheet.model()->rowCount(), static_cast<int>(VXSpreadsheet::k_WindowRows));
+  sheet.setGoToFields(QString::number(k_Tuples - 1), "0");
+  sheet.jumpToRowColumn();
   sheet.tableView()->viewport()->repaint();
   QApplication::processEvents();
   const zr::core::usize afterScroll = store->singleReads.load();
   EXPECT_GT(afterScroll, firstScreen);
   EXPECT_LT(afterScroll - firstScreen, 2000U);
-  EXPECT_EQ(sheet.model()->data(sheet.model()->index(static_cast<int>(k_Tuples) - 1, 0)).toString(), "999");
+  const QModelIndex current = sheet.tableView()->currentIndex();
+  EXPECT_EQ(sheet.model()->rowOffset() + static_cast<quint64>(current.row()), k_Tuples - 1);
+  EXPECT_EQ(sheet.model()->headerData(current.row(), Qt::Vertical).toString(), QString::number(k_Tuples - 1));
+  EXPECT_EQ(sheet.model()->data(current).toString(), "999");
+}
+
+TEST(SpreadsheetLargeArray, ScrollingPastTheWindowMovesItAndKeepsTheTopRow)
+{
+  zr::core::DataStructure ds;
+  auto store = std::make_shared<CountingStore>(3 * VXSpreadsheet::k_WindowRows);
+  auto* array = zr::core::Float32Array::Create(ds, "Computed", store);
+  VXSpreadsheet sheet;
+  ASSERT_TRUE(sheet.addArray(ds.getSharedDataAs<zr::core::IArray>(array->getId()), 1));
+  ShowAndPaint(sheet);
+  QScrollBar* bar = sheet.tableView()->verticalScrollBar();
+  bar->setValue(bar->maximum());
+  QApplication::processEvents();
+  const quint64 offset = sheet.model()->rowOffset();
+  EXPECT_EQ(offset, VXSpreadsheet::k_WindowRows / 2);
+  const int top = sheet.tableView()->rowAt(0);
+  EXPECT_GT(offset + static_cast<quint64>(top), VXSpreadsheet::k_WindowRows - 100);
+  EXPECT_LT(offset + static_cast<quint64>(top), VXSpreadsheet::k_WindowRows);
+  // Back at the top of the window, it moves back.
+  bar->setValue(bar->minimum());
+  QApplication::processEvents();
+  EXPECT_EQ(sheet.model()->rowOffset(), 0U);
+  // Export and the table's row count cover every row, not only the window.
+  EXPECT_EQ(sheet.rowCount(), static_cast<int>(3 * VXSpreadsheet::k_WindowRows));
+  EXPECT_EQ(sheet.model()->textAt(3 * VXSpreadsheet::k_WindowRows - 1, 0), "999");
 }
 
 TEST(SpreadsheetLargeArray, AddingAPlainArrayDoesNotGrowMemoryByItsSize)
