@@ -1,6 +1,7 @@
 #include "app/ViewerCommandLine.h"
 
 #include "app/ViewerDataViewChoice.h"
+#include "app/ViewerTableExport.h"
 #include "app/ViewerTreePrinter.h"
 
 #include "data_bridge/ZRVtkDatasetWriters.h"
@@ -175,6 +176,8 @@ QString ViewerCommandLine::usage()
       "       kestrix-viewer --state FILE.ksxstate [--screenshot OUT.png]\n"
       "       kestrix-viewer --list FILE...\n"
       "       kestrix-viewer --convert IN OUT [--geometry NAME]\n"
+      "       kestrix-viewer FILE --table PATH[,PATH...] --export-table OUT.csv [--delimiter ',' | tab]\n"
+      "                      [--notation auto|fixed|scientific] [--precision N]\n"
       "\n"
       "Shows .kestrix files, VTK files (.vti .vtr .vts .vtu .vtp, their parallel forms .pvti ... .pvtp,\n"
       "legacy .vtk), STL files and images (.png .jpg .jpeg .tif .tiff .bmp).\n"
@@ -222,6 +225,19 @@ QString ViewerCommandLine::usage()
       "                             kestrix-viewer --convert part.stl part.vtp\n"
       "  --geometry NAME          with --convert: the geometry of a file that holds several\n"
       "                             kestrix-viewer --convert grains.kestrix grains.vti --geometry Grains\n"
+      "  FILE --table PATH[,...]  the arrays at those data paths (as --list prints them) side by side as\n"
+      "  --export-table OUT.csv   a table, written as a spreadsheet exports it: a sep= line, a header\n"
+      "                           line, one line per tuple (arrays of several components give a\n"
+      "                           column per component, neighbour lists one per list position)\n"
+      "                             kestrix-viewer grains.kestrix --table \"Sample/Grains/Cell "
+      "Data/FeatureIds\" "
+      "--export-table ids.csv\n"
+      "  --delimiter ',' | tab    with --table: the comma export (', ', the default) or tabs\n"
+      "  --notation N             with --table: auto (default), fixed or scientific numbers\n"
+      "  --precision N            with --table: digits of the numbers (default 6)\n"
+      "                             kestrix-viewer grains.kestrix --table \"Sample/Grains/Cell "
+      "Data/EulerAngles\" "
+      "--export-table e.csv --delimiter tab --notation fixed --precision 3\n"
       "  -h, --help               print this text and exit\n"
       "\n"
       "Messages go to standard error. Exit status: 0 on success, 1 when a file could not be read or\n"
@@ -231,6 +247,7 @@ QString ViewerCommandLine::usage()
 bool ViewerCommandLine::handles(const QStringList& arguments)
 {
   return arguments.contains(k_Help) || arguments.contains(k_HelpShort) ||
+         ViewerTableExport::handles(arguments) ||
          (!arguments.isEmpty() && (arguments.front() == k_List || arguments.front() == k_Convert));
 }
 
@@ -243,7 +260,7 @@ bool ViewerCommandLine::hasDisplay()
 int ViewerCommandLine::refuseWithoutDisplay()
 {
   errorStream() << "kestrix-viewer: no display to open a window on (DISPLAY is not set). The modes "
-                   "--list and --convert need none; under a headless session run the window modes "
+                   "--list, --convert and --table need none; under a headless session run the window modes "
                    "with xvfb-run. See kestrix-viewer --help.\n";
   errorStream().flush();
   return 2;
@@ -256,6 +273,10 @@ int ViewerCommandLine::run(const QStringList& arguments)
     QTextStream out(stdout);
     printUsage(out);
     return 0;
+  }
+  if (ViewerTableExport::handles(arguments))
+  {
+    return ViewerTableExport::run(arguments);
   }
   if (arguments.size() >= 2 && arguments.front() == k_List)
   {

@@ -7,6 +7,7 @@
  *   kestrix-viewer --list FILE...                       prints the pipeline tree each file imports to
  *   kestrix-viewer --convert IN OUT [--geometry NAME]   writes a dataset read from IN, with the
  *                                                       writer chosen by OUT's extension
+ *   kestrix-viewer FILE --table PATH[,PATH...] --export-table OUT.csv   writes arrays as a table
  * Messages of the library go to standard error; the exit code is 0 on success.
  */
 class ViewerCommandLine

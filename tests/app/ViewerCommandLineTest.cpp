@@ -185,3 +185,63 @@ TEST(ViewerCommandLine, EachUnreadableFileIsNamedOnceWithItsReason)
       << result.err.toStdString();
   EXPECT_TRUE(result.out.contains(QStringLiteral("[vtkPolyData]")));
 }
+
+TEST(ViewerCommandLine, ExportsArraysByDataPathAsATableWithoutADisplay)
+{
+  QTemporaryDir dir;
+  const QString out = dir.filePath("grains.csv");
+  const RunResult result = runViewer(
+      {k_Sample, "--table", "Sample/Grains/Cell Data/FeatureIds,Sample/Grains/Cell Data/EulerAngles",
+       "--export-table", out, "--delimiter", "tab", "--notation", "fixed", "--precision", "2"},
+      false);
+  ASSERT_EQ(result.exitCode, 0) << result.err.toStdString();
+  QFile file(out);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(file.readAll());
+  ASSERT_TRUE(text.endsWith('\n'));
+  const QStringList lines = text.left(text.size() - 1).split('\n');
+  ASSERT_EQ(lines.size(), 2 + 262144);
+  EXPECT_EQ(lines.at(0), "sep=\t");
+  EXPECT_EQ(lines.at(1), "FeatureIds\tEulerAngles_comp0\tEulerAngles_comp1\tEulerAngles_comp2");
+  const QRegularExpression row(
+      QStringLiteral("^\\d+\\.00\\t-?\\d+\\.\\d\\d\\t-?\\d+\\.\\d\\d\\t-?\\d+\\.\\d\\d$"));
+  for (int i = 2; i < lines.size(); i += 4099)
+  {
+    EXPECT_TRUE(row.match(lines.at(i)).hasMatch()) << lines.at(i).toStdString();
+  }
+
+  // Strings and neighbour lists, with the comma export's delimiter.
+  const QString lists = dir.filePath("lists.csv");
+  const RunResult mixed = runViewer({k_Sample, "--table",
+                                     "Sample/Ensemble Data/Phase Names,Sample/Grains/Grain Data/NeighborList",
+                                     "--export-table", lists},
+                                    false);
+  ASSERT_EQ(mixed.exitCode, 0) << mixed.err.toStdString();
+  QFile listFile(lists);
+  ASSERT_TRUE(listFile.open(QIODevice::ReadOnly));
+  const QStringList listLines = QString::fromUtf8(listFile.readAll()).split('\n');
+  EXPECT_EQ(listLines.at(0), "sep=, ");
+  EXPECT_TRUE(listLines.at(1).startsWith("Phase Names, NeighborList_elem0, NeighborList_elem1"))
+      << listLines.at(1).toStdString();
+}
+
+TEST(ViewerCommandLine, TableExportNamesWhatExistsForAMissingPath)
+{
+  QTemporaryDir dir;
+  const QString out = dir.filePath("none.csv");
+  const RunResult result =
+      runViewer({k_Sample, "--table", "Sample/Grains/Cell Data/NoSuchArray", "--export-table", out}, false);
+  EXPECT_NE(result.exitCode, 0);
+  EXPECT_TRUE(result.err.contains("no array at 'Sample/Grains/Cell Data/NoSuchArray'"))
+      << result.err.toStdString();
+  EXPECT_TRUE(result.err.contains("\n  Sample/Grains/Cell Data/FeatureIds\n")) << result.err.toStdString();
+  EXPECT_FALSE(QFileInfo::exists(out));
+
+  const RunResult badDelimiter = runViewer(
+      {k_Sample, "--table", "Sample/Grains/Cell Data/FeatureIds", "--export-table", out, "--delimiter", ";"},
+      false);
+  EXPECT_EQ(badDelimiter.exitCode, 2);
+  EXPECT_TRUE(badDelimiter.err.contains("--delimiter")) << badDelimiter.err.toStdString();
+  const RunResult help = runViewer({"--help"}, false);
+  EXPECT_TRUE(help.out.contains("--export-table OUT.csv"));
+}
