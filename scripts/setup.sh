@@ -12,6 +12,7 @@ PACKAGES=(
   xvfb xauth shared-mime-info
   xdotool x11-apps  # to drive and capture the viewer's window by hand under Xvfb
   breeze-icon-theme
+  dpkg-dev libxml2-utils desktop-file-utils man-db libglib2.0-bin  # the Debian package and its checks
 )
 missing=()
 for p in "${PACKAGES[@]}"; do
