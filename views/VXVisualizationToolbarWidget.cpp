@@ -57,6 +57,8 @@ void VXVisualizationToolbarWidget::setupGui()
   m_OverflowButton = new QPushButton(QStringLiteral("\u22EF"), this);
   m_OverflowButton->setObjectName(QStringLiteral("vxVisToolbarOverflowBtn"));
   m_OverflowButton->setToolTip(QStringLiteral("More camera buttons"));
+  // Drawn like the camera buttons around it, not as a raised push button.
+  m_OverflowButton->setFlat(true);
   m_OverflowMenu = new QMenu(m_OverflowButton);
   m_OverflowButton->setMenu(m_OverflowMenu);
   connect(m_OverflowMenu, &QMenu::aboutToShow, this, &VXVisualizationToolbarWidget::fillOverflowMenu);
@@ -160,7 +162,8 @@ void VXVisualizationToolbarWidget::setIcons()
   // Only the toolbar's own buttons are light on dark; its pop-ups keep the application's colours.
   setStyleSheet(QStringLiteral(
       "VXVisualizationToolbarWidget { background-color: rgba(32, 36, 44, 235); border-radius: 4px; }"
-      "VXVisualizationToolbarWidget > QPushButton { color: white; padding: 3px; }"
+      "VXVisualizationToolbarWidget > QPushButton { color: white; padding: 3px; border: none; "
+      "background: transparent; }"
       "VXVisualizationToolbarWidget > QPushButton:checked { background-color: rgba(255, 255, 255, 70); "
       "border-radius: 3px; }"
       "VXVisualizationToolbarWidget > QPushButton:hover { background-color: rgba(255, 255, 255, 35); "
