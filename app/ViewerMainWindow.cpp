@@ -228,6 +228,26 @@ bool ViewerMainWindow::openFile(const QString& path)
   {
     return loadStateFile(path);
   }
+  // Say why before any reader is tried: a missing or closed file is the user's to fix.
+  const QFileInfo info(path);
+  QString unreadableReason;
+  if (!info.exists())
+  {
+    unreadableReason = QStringLiteral("no such file");
+  }
+  else if (info.isDir())
+  {
+    unreadableReason = QStringLiteral("it is a folder");
+  }
+  else if (!info.isReadable())
+  {
+    unreadableReason = QStringLiteral("the file is not readable (permission denied)");
+  }
+  if (!unreadableReason.isEmpty())
+  {
+    appendOutput(QStringLiteral("No data could be read from '%1': %2.").arg(path, unreadableReason));
+    return false;
+  }
   VXBridgeObject* bridge = pipeline()->importFile(path);
   statusBar()->clearMessage();
   int withData = 0;
@@ -237,7 +257,9 @@ bool ViewerMainWindow::openFile(const QString& path)
   }
   if (withData == 0)
   {
-    appendOutput(QStringLiteral("No data could be read from '%1'.").arg(path));
+    appendOutput(
+        QStringLiteral("No data could be read from '%1': its format is unknown or the file is damaged.")
+            .arg(path));
     return false;
   }
   rememberFile(path);

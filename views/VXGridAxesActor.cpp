@@ -10,6 +10,7 @@
 #include <vtkProperty.h>
 #include <vtkTextActor.h>
 #include <vtkTextProperty.h>
+#include <vtkViewport.h>
 
 #include <fmt/format.h>
 
@@ -139,14 +140,108 @@ std::vector<double> VXGridAxesActor::GetLabelValues(int axis) const
   return AutomaticLabelValues(m_Bounds[2 * axis], m_Bounds[2 * axis + 1]);
 }
 
+namespace
+{
+// The step between neighbouring labels, which decides how many decimals they show.
+double labelStep(const std::vector<double>& values)
+{
+  double step = 0.0;
+  for (std::size_t i = 1; i < values.size(); ++i)
+  {
+    const double gap = std::abs(values[i] - values[i - 1]);
+    if (gap > 0.0 && (step == 0.0 || gap < step))
+    {
+      step = gap;
+    }
+  }
+  return step;
+}
+} // namespace
+
 std::vector<std::string> VXGridAxesActor::GetLabelTexts(int axis) const
 {
+  const std::vector<double> values = GetLabelValues(axis);
+  const double step = labelStep(values);
   std::vector<std::string> texts;
-  for (double value : GetLabelValues(axis))
+  for (double value : values)
   {
-    texts.push_back(FormatLabel(value));
+    texts.push_back(step > 0.0 ? FormatLabel(value, step) : FormatLabel(value));
   }
   return texts;
+}
+
+std::vector<std::string> VXGridAxesActor::GetVisibleLabelTexts(int axis) const
+{
+  std::vector<std::string> texts;
+  for (std::size_t i = 0; i < m_Labels.size(); ++i)
+  {
+    if (m_LabelAxes[i] == axis && m_Labels[i]->GetVisibility() != 0)
+    {
+      texts.emplace_back(m_Labels[i]->GetInput() != nullptr ? m_Labels[i]->GetInput() : "");
+    }
+  }
+  return texts;
+}
+
+void VXGridAxesActor::ThinLabels(vtkViewport* viewport)
+{
+  if (viewport == nullptr)
+  {
+    return;
+  }
+  constexpr double k_Gap = 4.0;
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    // The screen boxes of this axis' labels, in the order of their values.
+    std::vector<std::size_t> indices;
+    std::vector<std::array<double, 4>> boxes;
+    for (std::size_t i = 0; i < m_Labels.size(); ++i)
+    {
+      if (m_LabelAxes[i] != axis)
+      {
+        continue;
+      }
+      std::array<double, 4> box{};
+      m_Labels[i]->GetBoundingBox(viewport, box.data());
+      int* anchor = m_Labels[i]->GetPositionCoordinate()->GetComputedDisplayValue(viewport);
+      box[0] += anchor[0];
+      box[1] += anchor[0];
+      box[2] += anchor[1];
+      box[3] += anchor[1];
+      indices.push_back(i);
+      boxes.push_back(box);
+    }
+    auto overlap = [&boxes](std::size_t a, std::size_t b)
+    {
+      return boxes[a][0] < boxes[b][1] + k_Gap && boxes[b][0] < boxes[a][1] + k_Gap &&
+             boxes[a][2] < boxes[b][3] + k_Gap && boxes[b][2] < boxes[a][3] + k_Gap;
+    };
+    // The smallest stride at which every shown label stands clear of the next shown one, so that the
+    // labels left keep an even spacing.
+    std::size_t stride = 1;
+    for (; stride < boxes.size(); ++stride)
+    {
+      bool clear = true;
+      for (std::size_t k = 0; clear && k + stride < boxes.size(); k += stride)
+      {
+        clear = !overlap(k, k + stride);
+      }
+      if (clear)
+      {
+        break;
+      }
+    }
+    for (std::size_t k = 0; k < indices.size(); ++k)
+    {
+      m_Labels[indices[k]]->SetVisibility(k % stride == 0 ? 1 : 0);
+    }
+  }
+}
+
+int VXGridAxesActor::RenderOpaqueGeometry(vtkViewport* viewport)
+{
+  ThinLabels(viewport);
+  return vtkPropAssembly::RenderOpaqueGeometry(viewport);
 }
 
 void VXGridAxesActor::SetLabelDisplayOffset(int x, int y)
@@ -195,9 +290,78 @@ std::vector<double> VXGridAxesActor::AutomaticLabelValues(double min, double max
   return values;
 }
 
+double VXGridAxesActor::AutomaticStep(double min, double max)
+{
+  if (!(min < max) || !std::isfinite(min) || !std::isfinite(max))
+  {
+    return 0.0;
+  }
+  return niceStep(max - min);
+}
+
+std::vector<double> VXGridAxesActor::SpacedLabelValues(double min, double max, double spacing)
+{
+  if (!(min <= max) || !std::isfinite(min) || !std::isfinite(max) || !(spacing > 0.0) ||
+      !std::isfinite(spacing))
+  {
+    return {};
+  }
+  // Multiples of the spacing, each computed on its own: a running sum would gather rounding noise.
+  const double tolerance = spacing * 1e-9;
+  std::vector<double> values;
+  for (double k = std::ceil((min - tolerance) / spacing); values.size() < k_MaxLabelsPerAxis; k += 1.0)
+  {
+    const double value = k * spacing;
+    if (value > max + tolerance)
+    {
+      break;
+    }
+    values.push_back(std::abs(value) < tolerance ? 0.0 : value);
+  }
+  return values;
+}
+
 std::string VXGridAxesActor::FormatLabel(double value)
 {
   return fmt::format("{:g}", value);
+}
+
+std::string VXGridAxesActor::FormatLabel(double value, double step)
+{
+  step = std::abs(step);
+  if (!(step > 0.0) || !std::isfinite(step) || !std::isfinite(value))
+  {
+    return FormatLabel(value);
+  }
+  const double magnitude = std::max(std::abs(value), step);
+  if (magnitude >= 1e7 || magnitude < 1e-5)
+  {
+    // Far from 1 the exponent form reads better; the step's digits are what matter.
+    const int digits = std::clamp(static_cast<int>(std::ceil(std::log10(magnitude / step))) + 2, 1, 15);
+    return fmt::format("{:.{}g}", value, digits);
+  }
+  // The fewest decimals that write the step exactly, such as 1 for 0.5 and 2 for 0.25.
+  int decimals = 0;
+  while (decimals < 10)
+  {
+    const double scaled = step * std::pow(10.0, decimals);
+    if (std::abs(scaled - std::round(scaled)) <= 1e-6 * scaled)
+    {
+      break;
+    }
+    ++decimals;
+  }
+  std::string text = fmt::format("{:.{}f}", value, decimals);
+  if (text.find('.') != std::string::npos)
+  {
+    // Written like the automatic labels: 0.5, 1, 1.5 rather than 0.5, 1.0, 1.5.
+    text.erase(text.find_last_not_of('0') + 1);
+    if (text.back() == '.')
+    {
+      text.pop_back();
+    }
+  }
+  return text == "-0" ? std::string("0") : text;
 }
 
 bool VXGridAxesActor::boundsValid() const
@@ -312,6 +476,7 @@ void VXGridAxesActor::rebuildLabels()
     RemovePart(label);
   }
   m_Labels.clear();
+  m_LabelAxes.clear();
   for (auto& title : m_Titles)
   {
     RemovePart(title);
@@ -324,12 +489,15 @@ void VXGridAxesActor::rebuildLabels()
   const auto& b = m_Bounds;
   for (int axis = 0; axis < 3; ++axis)
   {
-    for (double value : GetLabelValues(axis))
+    const std::vector<double> values = GetLabelValues(axis);
+    const std::vector<std::string> texts = GetLabelTexts(axis);
+    for (std::size_t i = 0; i < values.size(); ++i)
     {
       double position[3] = {b[0], b[2], b[4]};
-      position[axis] = value;
-      m_Labels.push_back(makeText(FormatLabel(value), m_LabelProperties[axis], position, m_LabelOffset[0],
-                                  m_LabelOffset[1]));
+      position[axis] = values[i];
+      m_Labels.push_back(
+          makeText(texts[i], m_LabelProperties[axis], position, m_LabelOffset[0], m_LabelOffset[1]));
+      m_LabelAxes.push_back(axis);
       AddPart(m_Labels.back());
     }
     double middle[3] = {b[0], b[2], b[4]};

@@ -13,6 +13,7 @@ class vtkTextActor;
 class vtkPolyData;
 class vtkProperty;
 class vtkTextProperty;
+class vtkViewport;
 
 /**
  * Labels are screen-aligned texts anchored at world points, so that they keep their pixel size at any
@@ -55,7 +56,19 @@ public:
 
   /** The automatic label values of a range: a nice step and all its multiples inside [min, max]. */
   static std::vector<double> AutomaticLabelValues(double min, double max);
+  /** The automatic step of a range, the one AutomaticLabelValues uses; 0 for an empty range. */
+  static double AutomaticStep(double min, double max);
+  /** Every multiple of the spacing inside [min, max] (at most 1000 of them). */
+  static std::vector<double> SpacedLabelValues(double min, double max, double spacing);
   static std::string FormatLabel(double value);
+  /** The value with just the decimals its step needs, so that no rounding noise shows. */
+  static std::string FormatLabel(double value, double step);
+
+  /** The labels of one axis that are drawn: neighbours that would overlap on the screen are thinned. */
+  std::vector<std::string> GetVisibleLabelTexts(int axis) const;
+  /** Thins the labels for the viewport; done before each frame. */
+  void ThinLabels(vtkViewport* viewport);
+  int RenderOpaqueGeometry(vtkViewport* viewport) override;
 
 protected:
   VXGridAxesActor();
@@ -87,4 +100,5 @@ private:
   std::array<vtkNew<vtkTextProperty>, 3> m_LabelProperties;
   std::array<vtkSmartPointer<vtkTextActor>, 3> m_Titles;
   std::vector<vtkSmartPointer<vtkTextActor>> m_Labels;
+  std::vector<int> m_LabelAxes;
 };

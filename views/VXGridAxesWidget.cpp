@@ -28,9 +28,25 @@ VXGridAxesWidget::~VXGridAxesWidget() = default;
 void VXGridAxesWidget::setSpacing(const std::array<double, 3>& spacing)
 {
   m_Spacing = spacing;
-  m_Ui->spacingX->setText(QString::number(spacing[0]));
-  m_Ui->spacingY->setText(QString::number(spacing[1]));
-  m_Ui->spacingZ->setText(QString::number(spacing[2]));
+  QLineEdit* edits[3] = {m_Ui->spacingX, m_Ui->spacingY, m_Ui->spacingZ};
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    edits[axis]->setText(spacingText(axis));
+    edits[axis]->setToolTip(m_Spacing[axis] == 0.0 && m_AutomaticSpacing[axis] > 0.0
+                                ? QStringLiteral("Automatic spacing")
+                                : QString());
+  }
+}
+
+void VXGridAxesWidget::setAutomaticSpacing(const std::array<double, 3>& spacing)
+{
+  m_AutomaticSpacing = spacing;
+}
+
+QString VXGridAxesWidget::spacingText(int axis) const
+{
+  const double shown = m_Spacing[axis] == 0.0 ? m_AutomaticSpacing[axis] : m_Spacing[axis];
+  return QString::number(shown, 'g', 12);
 }
 
 void VXGridAxesWidget::setShowGrid(bool show)
@@ -44,6 +60,11 @@ void VXGridAxesWidget::readForm()
   const QLineEdit* edits[3] = {m_Ui->spacingX, m_Ui->spacingY, m_Ui->spacingZ};
   for (int axis = 0; axis < 3; ++axis)
   {
+    if (m_Spacing[axis] == 0.0 && edits[axis]->text() == spacingText(axis))
+    {
+      // The automatic step shown and left untouched: the axis stays automatic.
+      continue;
+    }
     bool ok = false;
     const double value = edits[axis]->text().toDouble(&ok);
     // Text that is no positive number means "automatic", like 0.

@@ -2,6 +2,7 @@
 
 #include "views/VXVisualizationWidget.h"
 
+#include <vtkCallbackCommand.h>
 #include <vtkObjectFactory.h>
 #include <vtkRenderWindowInteractor.h>
 #include <vtkRenderer.h>
@@ -34,6 +35,17 @@ void VXInteractorStyleCamera::OnLeftButtonDown()
   if (GetInteractionMode() == VTKIS_IMAGE3D)
   {
     vtkInteractorStyleTrackballCamera::OnLeftButtonDown();
+  }
+  else if (Interactor != nullptr)
+  {
+    // Locked to 2D a left drag pans, as in image viewers; the release and the moves are handled by
+    // the base classes, which end and follow any pan.
+    FindPokedRenderer(Interactor->GetEventPosition()[0], Interactor->GetEventPosition()[1]);
+    if (CurrentRenderer != nullptr)
+    {
+      GrabFocus(EventCallbackCommand);
+      StartPan();
+    }
   }
   updateLinkedRenderWindows();
   invokePickIfNeeded();

@@ -4,6 +4,9 @@
 
 #include <nlohmann/json.hpp>
 
+#include <QChildEvent>
+#include <QTimer>
+
 #include <algorithm>
 
 VXViewGridWidget::VXViewGridWidget(QWidget* parent)
@@ -15,6 +18,31 @@ VXViewGridWidget::VXViewGridWidget(QWidget* parent)
 }
 
 VXViewGridWidget::~VXViewGridWidget() = default;
+
+QSize VXViewGridWidget::minimumViewSize()
+{
+  return {120, 120};
+}
+
+QSize VXViewGridWidget::minimumSizeHint() const
+{
+  const QSize view = minimumViewSize();
+  const int columns = std::max(1, columnCount());
+  const int rows = std::max(1, rowCount());
+  return {columns * view.width() + (columns - 1) * k_SeparatorWidth,
+          rows * view.height() + (rows - 1) * k_SeparatorWidth};
+}
+
+void VXViewGridWidget::childEvent(QChildEvent* event)
+{
+  AbstractZRGridSplitterWidget::childEvent(event);
+  if (event->type() == QEvent::ChildAdded || event->type() == QEvent::ChildRemoved)
+  {
+    // The cell table changes after the child comes or goes; the layouts above learn the new minimum
+    // once it has.
+    QTimer::singleShot(0, this, &QWidget::updateGeometry);
+  }
+}
 
 VXAbstractViewWidget* VXViewGridWidget::activeView() const
 {

@@ -32,12 +32,18 @@ public:
   void loadState(const nlohmann::json& input, VXViewWidget* existing);
   void reset();
 
+  /** @brief The smallest size of a view: its toolbar stays usable down to this. */
+  static QSize minimumViewSize();
+  /** @brief Room for every row and column at the smallest view size, so that no view disappears. */
+  QSize minimumSizeHint() const override;
+
 Q_SIGNALS:
   void activeViewChanged(VXAbstractViewWidget* view);
   void viewCreated(VXAbstractViewWidget* view);
   void viewClosed(VXAbstractViewWidget* view);
 
 protected:
+  void childEvent(QChildEvent* event) override;
   QWidget* createSplitWidget(QWidget* source) override;
   void saveWidgetState(QWidget* widget, nlohmann::json& output) const override;
   void loadWidgetState(const nlohmann::json& input, QWidget* widget) override;

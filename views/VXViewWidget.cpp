@@ -1,5 +1,7 @@
 #include "views/VXViewWidget.h"
 
+#include "views/VXButtonHoverReset.h"
+
 #include "ui_VXViewWidget.h"
 
 #include "platform/ZRStyle.h"
@@ -146,6 +148,11 @@ void VXViewWidget::connectSlots()
   connect(m_Ui->splitVizVerticalBtn, &QPushButton::clicked, this, &VXViewWidget::mousePressed);
   connect(m_Ui->splitVizHorizontalBtn, &QPushButton::clicked, this, &VXViewWidget::splitHorizontally);
   connect(m_Ui->splitVizVerticalBtn, &QPushButton::clicked, this, &VXViewWidget::splitVertically);
+  // A split moves the buttons from under the pointer without a leave event.
+  for (QPushButton* split : {m_Ui->splitVizHorizontalBtn, m_Ui->splitVizVerticalBtn})
+  {
+    connect(split, &QPushButton::clicked, split, [split]() { VXButtonHoverReset::resetSoon(split); });
+  }
   connect(m_Ui->closeVizBtn, &QPushButton::clicked, this, &VXViewWidget::closeView);
   connect(ZRStyle::Instance(), &ZRStyle::styleSheetLoaded, this, &VXViewWidget::updateIcons);
 }

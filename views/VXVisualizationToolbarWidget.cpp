@@ -2,6 +2,7 @@
 
 #include "platform/ZRPreferences.h"
 #include "platform/ZRStyle.h"
+#include "views/VXButtonHoverReset.h"
 #include "views/VXCameraPresetStore.h"
 #include "views/VXInteractorStyleCamera.h"
 #include "views/VXSnapToCameraMenu.h"
@@ -9,9 +10,12 @@
 
 #include "ui_VXVisualizationToolbarWidget.h"
 
+#include <QEvent>
 #include <QGraphicsOpacityEffect>
 #include <QInputDialog>
+#include <QLayout>
 #include <QMenu>
+#include <QTextDocumentFragment>
 
 namespace
 {
@@ -48,6 +52,22 @@ void VXVisualizationToolbarWidget::setupGui()
   m_MenuOpacityEffect = new QGraphicsOpacityEffect(m_SnapToCameraMenu);
   m_MenuOpacityEffect->setOpacity(k_ToolbarOpacity);
   m_SnapToCameraMenu->setGraphicsEffect(m_MenuOpacityEffect);
+
+  // Buttons that do not fit a short window are reached through this one, always the last.
+  m_OverflowButton = new QPushButton(QStringLiteral("\u22EF"), this);
+  m_OverflowButton->setObjectName(QStringLiteral("vxVisToolbarOverflowBtn"));
+  m_OverflowButton->setToolTip(QStringLiteral("More camera buttons"));
+  // Drawn like the camera buttons around it, not as a raised push button.
+  m_OverflowButton->setFlat(true);
+  m_OverflowMenu = new QMenu(m_OverflowButton);
+  m_OverflowButton->setMenu(m_OverflowMenu);
+  connect(m_OverflowMenu, &QMenu::aboutToShow, this, &VXVisualizationToolbarWidget::fillOverflowMenu);
+  connect(m_OverflowMenu, &QMenu::aboutToHide, this,
+          [this]() { VXButtonHoverReset::resetSoon(m_OverflowButton); });
+  layout()->addWidget(m_OverflowButton);
+  m_OverflowButton->hide();
+  // The scene must never show through the buttons, or its lines look drawn over the icons.
+  setAttribute(Qt::WA_StyledBackground, true);
 
   m_Ui->vxVisToolbarExpandCollapse->setText(QStringLiteral("\u2630"));
   m_Ui->vx2D3DToggleBtn->setText(QStringLiteral("2D"));
@@ -139,10 +159,16 @@ void VXVisualizationToolbarWidget::setIcons()
     button->setIcon(ZRStyle::generateThemeIconFromName(QString::fromLatin1(name), ZRStyle::k_DarkTheme));
     button->setIconSize(QSize(k_IconSide, k_IconSide));
   }
-  setStyleSheet(
-      QStringLiteral("QPushButton { color: white; padding: 3px; }"
-                     "QPushButton:checked { background-color: rgba(255, 255, 255, 70); border-radius: 3px; }"
-                     "QPushButton:hover { background-color: rgba(255, 255, 255, 35); border-radius: 3px; }"));
+  // Only the toolbar's own buttons are light on dark; its pop-ups keep the application's colours.
+  setStyleSheet(QStringLiteral(
+      "VXVisualizationToolbarWidget { background-color: rgba(32, 36, 44, 235); border-radius: 4px; }"
+      "VXVisualizationToolbarWidget > QPushButton { color: white; padding: 3px; border: none; "
+      "background: transparent; }"
+      "VXVisualizationToolbarWidget > QPushButton:checked { background-color: rgba(255, 255, 255, 70); "
+      "border-radius: 3px; }"
+      "VXVisualizationToolbarWidget > QPushButton:hover { background-color: rgba(255, 255, 255, 35); "
+      "border-radius: 3px; }"
+      "VXVisualizationToolbarWidget > QPushButton::menu-indicator { width: 0px; }"));
 }
 
 void VXVisualizationToolbarWidget::styleSheetChanged(const QString& /*jsonFilePath*/)
@@ -166,6 +192,9 @@ void VXVisualizationToolbarWidget::buildCameraPresetMenu()
     addPresetAction(name);
   }
   m_Ui->customCamPresetBtn->setMenu(m_PresetMenu);
+  // The menu took the pointer away: the button must not stay lit once it closes.
+  connect(m_PresetMenu, &QMenu::aboutToHide, this,
+          [this]() { VXButtonHoverReset::resetSoon(m_Ui->customCamPresetBtn); });
 }
 
 void VXVisualizationToolbarWidget::addPresetAction(const QString& presetName)
@@ -242,7 +271,8 @@ void VXVisualizationToolbarWidget::removeCustomCameraPreset()
 
 void VXVisualizationToolbarWidget::toggleSnapToCameraMenu()
 {
-  QPushButton* button = m_Ui->snapToCameraBtn;
+  // From the overflow menu the pop-up stands beside the overflow button.
+  QPushButton* button = m_Ui->snapToCameraBtn->isVisible() ? m_Ui->snapToCameraBtn : m_OverflowButton;
   m_SnapToCameraMenu->move(button->mapToGlobal(QPoint(button->width(), 0)));
   m_SnapToCameraMenu->setVisible(!m_SnapToCameraMenu->isVisible());
   if (m_SnapToCameraMenu->isVisible())
@@ -338,15 +368,97 @@ void VXVisualizationToolbarWidget::enableDisableHoverFeatures(int allowHover)
 
 void VXVisualizationToolbarWidget::updateExpandCollapseState(bool collapsed)
 {
-  const auto buttons = findChildren<QPushButton*>(QString(), Qt::FindDirectChildrenOnly);
-  for (QPushButton* button : buttons)
+  m_Collapsed = collapsed;
+  applyFit();
+}
+
+QList<QPushButton*> VXVisualizationToolbarWidget::cameraButtons() const
+{
+  // In the order of the layout, top to bottom, without the collapse and the overflow buttons.
+  QList<QPushButton*> buttons;
+  for (int i = 0; i < layout()->count(); ++i)
   {
-    if (button != m_Ui->vxVisToolbarExpandCollapse)
+    auto* button = qobject_cast<QPushButton*>(layout()->itemAt(i)->widget());
+    if (button != nullptr && button != m_Ui->vxVisToolbarExpandCollapse && button != m_OverflowButton)
     {
-      button->setVisible(!collapsed);
+      buttons.append(button);
     }
   }
+  return buttons;
+}
+
+int VXVisualizationToolbarWidget::fullHeight() const
+{
+  const QMargins margins = layout()->contentsMargins();
+  const int spacing = layout()->spacing();
+  int height = margins.top() + margins.bottom() + m_Ui->vxVisToolbarExpandCollapse->sizeHint().height();
+  for (QPushButton* button : cameraButtons())
+  {
+    height += spacing + button->sizeHint().height();
+  }
+  return height;
+}
+
+void VXVisualizationToolbarWidget::fitToHeight(int available)
+{
+  m_AvailableHeight = available;
+  applyFit();
+}
+
+void VXVisualizationToolbarWidget::applyFit()
+{
+  const QList<QPushButton*> buttons = cameraButtons();
+  m_Overflowed.clear();
+  const bool everythingFits = m_AvailableHeight <= 0 || fullHeight() <= m_AvailableHeight;
+  const QMargins margins = layout()->contentsMargins();
+  const int spacing = layout()->spacing();
+  int used = margins.top() + margins.bottom() + m_Ui->vxVisToolbarExpandCollapse->sizeHint().height() +
+             spacing + m_OverflowButton->sizeHint().height();
+  for (QPushButton* button : buttons)
+  {
+    const int needed = spacing + button->sizeHint().height();
+    const bool fits = everythingFits || (m_Overflowed.isEmpty() && used + needed <= m_AvailableHeight);
+    button->setVisible(!m_Collapsed && fits);
+    if (fits)
+    {
+      used += needed;
+    }
+    else
+    {
+      m_Overflowed.append(button);
+    }
+  }
+  m_OverflowButton->setVisible(!m_Collapsed && !m_Overflowed.isEmpty());
+  if (m_Collapsed || m_Overflowed.isEmpty())
+  {
+    m_OverflowMenu->hide();
+  }
   adjustSize();
+}
+
+void VXVisualizationToolbarWidget::fillOverflowMenu()
+{
+  m_OverflowMenu->clear();
+  for (QPushButton* button : m_Overflowed)
+  {
+    // The first sentence of the tool tip names the button well enough.
+    QString text = QTextDocumentFragment::fromHtml(button->toolTip()).toPlainText().trimmed();
+    const int stop = text.indexOf(QLatin1Char('.'));
+    if (stop > 0)
+    {
+      text = text.left(stop);
+    }
+    if (button->menu() != nullptr)
+    {
+      QMenu* sub = m_OverflowMenu->addMenu(button->icon(), text);
+      sub->addActions(button->menu()->actions());
+      continue;
+    }
+    QAction* action = m_OverflowMenu->addAction(button->icon(), text);
+    action->setCheckable(button->isCheckable());
+    action->setChecked(button->isChecked());
+    connect(action, &QAction::triggered, button, &QPushButton::click);
+  }
 }
 
 #if QT_VERSION >= QT_VERSION_CHECK(6, 0, 0)

@@ -8,6 +8,7 @@
 class QAction;
 class QGraphicsOpacityEffect;
 class QMenu;
+class QPushButton;
 class VXSnapToCameraMenu;
 class VXVisualizationWidget;
 
@@ -32,6 +33,17 @@ public:
   VXSnapToCameraMenu* getSnapToCameraMenu() const { return m_SnapToCameraMenu; }
   QMenu* getCameraPresetMenu() const { return m_PresetMenu; }
   QStringList getCameraPresetMenuNames() const { return m_PresetActions.keys(); }
+  /** Height with every camera button shown, collapsed or not. */
+  int fullHeight() const;
+  /**
+   * Shows the camera buttons that fit in the given height; the rest are reached through the overflow
+   * button at the end. Zero or less means no limit.
+   */
+  void fitToHeight(int available);
+  bool isCollapsed() const { return m_Collapsed; }
+  QPushButton* getOverflowButton() const { return m_OverflowButton; }
+  QMenu* getOverflowMenu() const { return m_OverflowMenu; }
+  QList<QPushButton*> getOverflowedButtons() const { return m_Overflowed; }
 
 public Q_SLOTS:
   void toggleInteractiveVisModeBtn();
@@ -74,6 +86,9 @@ private:
   void buildCameraPresetMenu();
   void setIcons();
   void addPresetAction(const QString& presetName);
+  QList<QPushButton*> cameraButtons() const;
+  void applyFit();
+  void fillOverflowMenu();
 
   std::unique_ptr<Ui::VXVisualizationToolbarWidget> m_Ui;
   VXVisualizationWidget* m_Window = nullptr;
@@ -85,4 +100,9 @@ private:
   QMap<QString, QAction*> m_PresetActions;
   QMenu* m_PresetMenu = nullptr;
   VXSnapToCameraMenu* m_SnapToCameraMenu = nullptr;
+  QPushButton* m_OverflowButton = nullptr;
+  QMenu* m_OverflowMenu = nullptr;
+  QList<QPushButton*> m_Overflowed;
+  int m_AvailableHeight = 0;
+  bool m_Collapsed = false;
 };

@@ -19,12 +19,14 @@
 #include <vtkCamera.h>
 #include <vtkCaptionActor2D.h>
 #include <vtkCellData.h>
+#include <vtkCellPicker.h>
 #include <vtkCubeSource.h>
 #include <vtkCursor3D.h>
 #include <vtkGenericOpenGLRenderWindow.h>
 #include <vtkHoverWidget.h>
 #include <vtkImageData.h>
 #include <vtkMath.h>
+#include <vtkNew.h>
 #include <vtkOrientationMarkerWidget.h>
 #include <vtkOutlineGlowPass.h>
 #include <vtkPolyDataMapper.h>
@@ -46,6 +48,7 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QOpenGLContext>
@@ -79,7 +82,9 @@ const char* const k_CameraParallelScale = "camera_parallel_scale";
 
 constexpr int k_MultiSamples = 8;
 constexpr int k_HoverTimerMs = 250;
-constexpr int k_MaxGridLabels = 1000;
+// Room the toolbar keeps in a short window (its collapse and overflow buttons) and its gap below.
+constexpr int k_MinimumToolbarRoom = 64;
+constexpr int k_ToolbarBottomGap = 4;
 
 /** Reads a vector of three numbers only when all three keys are present. */
 bool readVector(const nlohmann::json& in, const char* const names[3], double out[3])
@@ -518,13 +523,20 @@ void VXVisualizationWidget::recenterToolbar()
     return;
   }
   const int parentHeight = height();
-  const int toolbarHeight = m_Toolbar->height();
+  // Placed by its full height, so that collapsing it never moves the collapse button away from the
+  // pointer that clicked it.
+  const int toolbarHeight = m_Toolbar->fullHeight();
   int y = 20;
   if (parentHeight / 2 > toolbarHeight)
   {
     y = parentHeight / 4;
   }
+  y = std::max(0, std::min(y, parentHeight - k_MinimumToolbarRoom));
+  // In a short window the buttons that do not fit go to the overflow menu: the toolbar is never cut off.
+  const int available = parentHeight - y - k_ToolbarBottomGap;
+  m_Toolbar->fitToHeight(toolbarHeight <= available ? 0 : std::max(available, 1));
   m_Toolbar->move(0, y);
+  m_Toolbar->raise();
 }
 
 // ---------------------------------------------------------------------------------------------------
@@ -795,6 +807,21 @@ void VXVisualizationWidget::copy(const VXVisualizationWidget* source)
 void VXVisualizationWidget::startLinkCameras()
 {
   s_LinkingWidget = this;
+  Q_EMIT printOutput(
+      QStringLiteral("Click the view whose camera should be linked to this one (Escape cancels)."));
+  Q_EMIT statusMessage(QStringLiteral("Linking cameras: click another view"));
+}
+
+void VXVisualizationWidget::cancelLinkCameras()
+{
+  if (s_LinkingWidget == nullptr)
+  {
+    return;
+  }
+  VXVisualizationWidget* linking = s_LinkingWidget;
+  s_LinkingWidget = nullptr;
+  Q_EMIT linking->printOutput(QStringLiteral("Camera linking cancelled."));
+  Q_EMIT linking->statusMessage(QString());
 }
 
 void VXVisualizationWidget::focusInEvent(QFocusEvent* e)
@@ -807,8 +834,23 @@ void VXVisualizationWidget::focusInEvent(QFocusEvent* e)
     if (other != this)
     {
       linkCameraWith(other);
+      // The view that asked is still the one that speaks in the output.
+      Q_EMIT other->printOutput(QStringLiteral("Cameras linked: %1 views share one camera.")
+                                    .arg(static_cast<int>(m_LinkedWidgets.size())));
+      Q_EMIT other->statusMessage(QString());
     }
   }
+}
+
+void VXVisualizationWidget::keyPressEvent(QKeyEvent* e)
+{
+  if (e->key() == Qt::Key_Escape && s_LinkingWidget != nullptr)
+  {
+    cancelLinkCameras();
+    e->accept();
+    return;
+  }
+  VXGLWidget::keyPressEvent(e);
 }
 
 void VXVisualizationWidget::linkCameraWith(VXVisualizationWidget* other)
@@ -1006,6 +1048,10 @@ void VXVisualizationWidget::toggleFocalPointPicking(bool checked)
   }
   // Picking a focal point shares the cell hover machinery.
   toggleHoverCells(checked);
+  if (checked)
+  {
+    Q_EMIT printOutput(QStringLiteral("Click on the data to set the camera's focal point."));
+  }
 }
 
 // ---------------------------------------------------------------------------------------------------
@@ -1083,6 +1129,17 @@ void VXVisualizationWidget::editGridAxes()
 {
   VXGridAxesWidget& dialog = getGridAxesWidget();
   dialog.setShowGrid(m_GridAxesActor != nullptr && m_GridAxesActor->GetGenerateGrid());
+  // An automatic axis shows the step it uses now, not a bare 0.
+  std::array<double, 3> automatic = {{0.0, 0.0, 0.0}};
+  if (m_GridAxesActor != nullptr)
+  {
+    const double* bounds = m_GridAxesActor->GetGridBounds();
+    for (int axis = 0; axis < 3; ++axis)
+    {
+      automatic[axis] = VXGridAxesActor::AutomaticStep(bounds[2 * axis], bounds[2 * axis + 1]);
+    }
+  }
+  dialog.setAutomaticSpacing(automatic);
   dialog.setSpacing(dialog.getSpacing());
   if (dialog.exec() == 1)
   {
@@ -1158,16 +1215,8 @@ void VXVisualizationWidget::applyGridSpacingLabels()
     const double max = bounds[2 * axis + 1];
     if (s != 0.0 && min <= max)
     {
-      // Bounded, so that a tiny spacing over a large range cannot stall the window.
-      const double count = std::min(std::floor((max - min) / s) + 1.0, static_cast<double>(k_MaxGridLabels));
-      std::vector<double> values;
-      double value = min;
-      for (int k = 0; k < static_cast<int>(count); ++k)
-      {
-        values.push_back(value);
-        value += s;
-      }
-      m_GridAxesActor->SetCustomLabels(axis, values);
+      // Ticks stand on the multiples of the spacing, so that their values read as round numbers.
+      m_GridAxesActor->SetCustomLabels(axis, VXGridAxesActor::SpacedLabelValues(min, max, s));
     }
     m_GridAxesActor->SetUseCustomLabels(axis, s != 0.0);
   }
@@ -1296,7 +1345,15 @@ void VXVisualizationWidget::saveScreenshot(const QString& path)
     return;
   }
   const QImage image = captureViewImage(dialog.useTransparentBackground(), dialog.getBackgroundColor());
-  if (!path.isNull() && !image.save(path))
+  if (path.isNull())
+  {
+    return;
+  }
+  if (image.save(path))
+  {
+    Q_EMIT printOutput(QStringLiteral("Screenshot saved to %1").arg(QDir::toNativeSeparators(path)));
+  }
+  else
   {
     Q_EMIT printOutput(QStringLiteral("Could not save the screenshot to %1.").arg(path));
   }
@@ -1617,14 +1674,62 @@ void VXVisualizationWidget::mousePressEvent(QMouseEvent* e)
 {
   VXGLWidget::mousePressEvent(e);
   m_CheckContextMenu = e->button() == Qt::RightButton;
-  if (hoverPointsModeOn() || hoverCellsModeOn())
+  if (pickFocalPointModeOn())
+  {
+    // The focal point pick shares the cell hover machinery, but it never copies anything.
+    if (e->button() == Qt::LeftButton)
+    {
+      pickFocalPointAt(e->pos());
+    }
+  }
+  else if (hoverPointsModeOn() || hoverCellsModeOn())
   {
     QString text = m_PickerCallback->getHoverText();
     text.remove(QStringLiteral("    "));
-    QApplication::clipboard()->setText(text);
-    Q_EMIT printOutput(QStringLiteral("Picked item data copied to clipboard"));
+    // A click on nothing leaves the clipboard as it was.
+    if (!text.trimmed().isEmpty())
+    {
+      QApplication::clipboard()->setText(text);
+      Q_EMIT printOutput(QStringLiteral("Picked item data copied to clipboard"));
+    }
   }
   Q_EMIT mousePressed();
+}
+
+bool VXVisualizationWidget::pickFocalPointAt(const QPoint& pos)
+{
+  if (m_Renderer == nullptr || m_FocalPointActor == nullptr)
+  {
+    return false;
+  }
+  // Only data counts: the cursor, the grid and the highlights are no place to look at.
+  vtkNew<vtkCellPicker> picker;
+  picker->SetTolerance(0.002);
+  picker->PickFromListOn();
+  vtkPropCollection* props = m_Renderer->GetViewProps();
+  props->InitTraversal();
+  for (vtkProp* prop = props->GetNextProp(); prop != nullptr; prop = props->GetNextProp())
+  {
+    if (prop != m_FocalPointActor.GetPointer() && isDataViewActor(prop))
+    {
+      picker->AddPickList(prop);
+    }
+  }
+  const qreal ratio = devicePixelRatioF();
+  const double x = pos.x() * ratio;
+  const double y = (height() - pos.y() - 1) * ratio;
+  if (picker->Pick(x, y, 0.0, m_Renderer) == 0)
+  {
+    return false;
+  }
+  double point[3];
+  picker->GetPickPosition(point);
+  Q_EMIT pickEvent(point, true, false);
+  Q_EMIT printOutput(QStringLiteral("Focal point set to (%1, %2, %3)")
+                         .arg(point[0], 0, 'g', 6)
+                         .arg(point[1], 0, 'g', 6)
+                         .arg(point[2], 0, 'g', 6));
+  return true;
 }
 
 void VXVisualizationWidget::mouseMoveEvent(QMouseEvent* e)

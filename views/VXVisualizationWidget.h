@@ -103,6 +103,8 @@ public:
   bool hoverPointsModeOn() const;
   bool hoverCellsModeOn() const;
   bool pickFocalPointModeOn() const;
+  /** Sets the focal point on the data under the widget position; false when nothing is there. */
+  bool pickFocalPointAt(const QPoint& pos);
   bool areDimensionsValid(int x, int y, int z, int& maxSize);
   QImage captureViewImage(bool transparent, const QColor& color);
   void saveScreenshot(const QString& path);
@@ -122,6 +124,8 @@ public Q_SLOTS:
   virtual void setupCubeAxesActor();
   virtual void showContextMenu(const QPoint& pos);
   virtual void startLinkCameras();
+  /** Ends a started link without linking anything. */
+  void cancelLinkCameras();
   virtual void toggleParallelProjection();
   virtual void toggleGridAxes();
   virtual void editGridAxes();
@@ -187,6 +191,7 @@ protected:
   void mouseReleaseEvent(QMouseEvent* e) override;
   void mouseDoubleClickEvent(QMouseEvent* e) override;
   void focusInEvent(QFocusEvent* e) override;
+  void keyPressEvent(QKeyEvent* e) override;
   void resizeEvent(QResizeEvent* e) override;
   void initializeGL() override;
 

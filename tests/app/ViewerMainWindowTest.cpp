@@ -78,7 +78,17 @@ TEST_F(ViewerWindowTest, OpenedFileShowsAsADataViewInTheActiveView)
 TEST_F(ViewerWindowTest, UnreadableFileIsReportedAndTheWindowGoesOn)
 {
   EXPECT_FALSE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/no_such_file.vtu")));
-  EXPECT_TRUE(output().contains(QStringLiteral("No data could be read from")));
+  EXPECT_TRUE(output().contains(QStringLiteral("/vtk/no_such_file.vtu': no such file.")));
+  EXPECT_FALSE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk")));
+  EXPECT_TRUE(output().contains(QStringLiteral("/vtk': it is a folder.")));
+  QTemporaryDir scratch;
+  const QString unknown = scratch.filePath(QStringLiteral("notes.xyz"));
+  QFile file(unknown);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write("not a dataset\n");
+  file.close();
+  EXPECT_FALSE(m_Window->openFile(unknown));
+  EXPECT_TRUE(output().contains(QStringLiteral("notes.xyz': its format is unknown or the file is damaged.")));
   EXPECT_EQ(dataViewsIn(activeView()), 0);
   EXPECT_TRUE(m_Window->openFile(k_DataDir + QStringLiteral("/vtk/poly.vtp")));
 }

@@ -17,15 +17,21 @@
 #include "views/VXViewWidget.h"
 #include "views/VXVisualizationWidget.h"
 
+#include <vtkCamera.h>
+#include <vtkRenderer.h>
+
 #include <nlohmann/json.hpp>
 
+#include <QAction>
 #include <QApplication>
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMenu>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QSplitter>
@@ -35,6 +41,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+#include <cmath>
 #include <functional>
 #include <memory>
 #include <random>
@@ -659,6 +668,99 @@ TEST_F(MainWidgetTest, LinkAllViewsNeedsMoreThanOneView)
   {
     EXPECT_FALSE(view->getVisualizationWidget()->isLinked());
   }
+}
+
+namespace
+{
+// A left drag across a render window, as the mouse gives it: press, a few moves with the button held,
+// release.
+void dragAcross(QWidget* window, const QPoint& from, const QPoint& to)
+{
+  auto send = [window](QEvent::Type type, const QPoint& at, Qt::MouseButton button, Qt::MouseButtons held)
+  {
+    QMouseEvent event(type, at, window->mapToGlobal(at), button, held, Qt::NoModifier);
+    QApplication::sendEvent(window, &event);
+  };
+  send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+  const int steps = 8;
+  for (int i = 1; i <= steps; ++i)
+  {
+    send(QEvent::MouseMove, from + (to - from) * i / steps, Qt::NoButton, Qt::LeftButton);
+  }
+  send(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+  settle();
+}
+
+std::array<double, 3> viewDirectionOf(VXAbstractViewWidget* view)
+{
+  std::array<double, 3> direction{};
+  view->getVisualizationWidget()->getRenderer()->GetActiveCamera()->GetDirectionOfProjection(
+      direction.data());
+  return direction;
+}
+
+double angleBetween(const std::array<double, 3>& a, const std::array<double, 3>& b)
+{
+  const double dot = a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
+  return std::acos(std::clamp(dot, -1.0, 1.0));
+}
+
+QAction* menuAction(QMenu* menu, const QString& text)
+{
+  for (QAction* action : menu->actions())
+  {
+    if (action->text() == text)
+    {
+      return action;
+    }
+  }
+  return nullptr;
+}
+} // namespace
+
+TEST_F(MainWidgetTest, LinkAllCamerasFromTheMenuMakesEveryViewFollowARotation)
+{
+  ASSERT_NE(importCopy(*m_Widget, QStringLiteral("image.vti"), m_Dir.path()), nullptr);
+  split(*m_Widget, 0, true);
+  split(*m_Widget, 1, false);
+  const QList<VXAbstractViewWidget*> views = m_Widget->getAllViewWidgets();
+  ASSERT_EQ(views.size(), 3);
+  VXVisualizationWidget* rotated = views[2]->getVisualizationWidget();
+
+  std::unique_ptr<QMenu> menu(rotated->getContextMenu());
+  EXPECT_EQ(menuAction(menu.get(), QStringLiteral("Unlink All Cameras")), nullptr);
+  QAction* linkAll = menuAction(menu.get(), QStringLiteral("Link All Cameras"));
+  ASSERT_NE(linkAll, nullptr);
+  linkAll->trigger();
+  settle();
+  menu.reset(views[0]->getVisualizationWidget()->getContextMenu());
+  EXPECT_NE(menuAction(menu.get(), QStringLiteral("Unlink Cameras")), nullptr);
+  EXPECT_NE(menuAction(menu.get(), QStringLiteral("Unlink All Cameras")), nullptr);
+
+  const std::array<double, 3> before = viewDirectionOf(views[2]);
+  const QPoint centre(rotated->width() / 2, rotated->height() / 2);
+  dragAcross(rotated, centre - QPoint(40, 0), centre + QPoint(40, 0));
+  const std::array<double, 3> after = viewDirectionOf(views[2]);
+  ASSERT_GT(angleBetween(before, after), 0.1) << "the drag turns the camera";
+  for (VXAbstractViewWidget* view : views)
+  {
+    EXPECT_LT(angleBetween(viewDirectionOf(view), after), 1e-9) << "every linked view looks the same way";
+  }
+
+  menu.reset(rotated->getContextMenu());
+  QAction* unlinkAll = menuAction(menu.get(), QStringLiteral("Unlink All Cameras"));
+  ASSERT_NE(unlinkAll, nullptr);
+  unlinkAll->trigger();
+  settle();
+  const std::array<double, 3> firstBefore = viewDirectionOf(views[0]);
+  const std::array<double, 3> secondBefore = viewDirectionOf(views[1]);
+  const std::array<double, 3> thirdBefore = viewDirectionOf(views[2]);
+  dragAcross(rotated, centre - QPoint(0, 40), centre + QPoint(0, 40));
+  EXPECT_GT(angleBetween(viewDirectionOf(views[2]), thirdBefore), 0.1);
+  EXPECT_LT(angleBetween(viewDirectionOf(views[0]), firstBefore), 1e-9) << "unlinked views stay put";
+  EXPECT_LT(angleBetween(viewDirectionOf(views[1]), secondBefore), 1e-9);
+  menu.reset(rotated->getContextMenu());
+  EXPECT_EQ(menuAction(menu.get(), QStringLiteral("Unlink All Cameras")), nullptr);
 }
 
 TEST_F(MainWidgetTest, RequestsOfANewViewsWindowReachTheMainWidget)

@@ -1,5 +1,6 @@
 #include "views/VXViewGridWidget.h"
 #include "views/VXViewWidget.h"
+#include "views/VXVisualizationToolbarWidget.h"
 #include "views/VXVisualizationWidget.h"
 
 #include <vtkActor.h>
@@ -13,10 +14,12 @@
 
 #include <QGraphicsBlurEffect>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPointer>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -395,4 +398,74 @@ TEST_F(ViewGridTest, SplitRequestFromTheRenderWindowMenuSplitsItsView)
   m_Grid->reset();
   EXPECT_EQ(m_Grid->viewCount(), 1);
   EXPECT_FALSE(first()->isClosable());
+}
+
+namespace
+{
+// Where the toolbar of a render window stands by its full height: a quarter down a tall window, near
+// the top of a short one, and never reaching below the window's bottom.
+void expectToolbarPlaced(VXVisualizationWidget* window)
+{
+  VXVisualizationToolbarWidget* toolbar = window->getToolbar();
+  const int height = window->height();
+  const int expectedY = height / 2 > toolbar->fullHeight() ? height / 4 : std::min(20, height - 64);
+  EXPECT_EQ(toolbar->y(), std::max(0, expectedY)) << "window height " << height;
+  EXPECT_EQ(toolbar->x(), 0);
+  EXPECT_LE(toolbar->geometry().bottom(), height - 1) << "the toolbar is never cut off";
+  EXPECT_TRUE(toolbar->isVisible());
+}
+} // namespace
+
+TEST(ViewGridLayoutTest, ShrinkAndGrowKeepsEveryViewAndItsToolbarInPlace)
+{
+  // The grid above an output pane, as in a main window.
+  QWidget window;
+  auto* layout = new QVBoxLayout(&window);
+  auto* grid = new VXViewGridWidget(&window);
+  layout->addWidget(grid, 1);
+  layout->addWidget(new QPlainTextEdit(&window));
+  window.resize(1200, 900);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+  settle();
+  grid->addColumn(grid->allViews().at(0));
+  grid->addRow(grid->allViews().at(0));
+  grid->addColumn(grid->allViews().at(1));
+  settle();
+  const int columns = grid->columnCount();
+  const int rows = grid->rowCount();
+  ASSERT_EQ(columns, 3);
+  ASSERT_EQ(rows, 2);
+  const QSize view = VXViewGridWidget::minimumViewSize();
+  EXPECT_EQ(grid->minimumSizeHint(),
+            QSize(columns * view.width() + (columns - 1) * VXViewGridWidget::k_SeparatorWidth,
+                  rows * view.height() + (rows - 1) * VXViewGridWidget::k_SeparatorWidth));
+
+  window.resize(200, 150);
+  settle();
+  EXPECT_GE(grid->width(), grid->minimumSizeHint().width()) << "the grid never collapses";
+  EXPECT_GE(grid->height(), grid->minimumSizeHint().height());
+  for (VXAbstractViewWidget* cell : grid->allViews())
+  {
+    VXVisualizationWidget* renderWindow = cell->getVisualizationWidget();
+    EXPECT_GT(renderWindow->height(), 60);
+    expectToolbarPlaced(renderWindow);
+  }
+
+  window.resize(1200, 900);
+  settle();
+  for (VXAbstractViewWidget* cell : grid->allViews())
+  {
+    VXVisualizationWidget* renderWindow = cell->getVisualizationWidget();
+    expectToolbarPlaced(renderWindow);
+    VXVisualizationToolbarWidget* toolbar = renderWindow->getToolbar();
+    const bool roomForAll = toolbar->y() + toolbar->fullHeight() <= renderWindow->height() - 4;
+    EXPECT_EQ(toolbar->getOverflowButton()->isVisible(), !roomForAll);
+    EXPECT_EQ(toolbar->getOverflowedButtons().isEmpty(), roomForAll);
+  }
+
+  // Closing views lowers the minimum again.
+  grid->closeCell(grid->allViews().at(1));
+  settle();
+  EXPECT_LE(grid->minimumSizeHint().width(), 2 * view.width() + VXViewGridWidget::k_SeparatorWidth);
 }

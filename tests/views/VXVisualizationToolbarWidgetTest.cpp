@@ -14,14 +14,22 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QCursor>
+#include <QDir>
 #include <QFile>
+#include <QGuiApplication>
 #include <QInputDialog>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QPushButton>
+#include <QScreen>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+
+#include <array>
+#include <cmath>
 
 using namespace zr_test;
 
@@ -32,9 +40,11 @@ protected:
   {
     ASSERT_TRUE(m_Scratch.isValid());
     QtZRSettings::setSettingsDirectory(m_Scratch.path());
-    m_Window = makeShownWindow();
+    // Tall enough for every camera button; short windows are tested on their own.
+    m_Window = makeShownWindow(320, 560);
     m_Window->addActor(makeSphereActor(0, 0, 0, 0.9, 0.2, 0.2));
     m_Toolbar = m_Window->getToolbar();
+    ASSERT_TRUE(m_Toolbar->getOverflowedButtons().isEmpty());
   }
   void TearDown() override
   {
@@ -117,6 +127,58 @@ TEST_F(VXVisualizationToolbarWidgetTest, TwoDimensionalLockSwitchesTheInteractio
   EXPECT_EQ(m_Window->getInteractorStyle()->GetInteractionMode(), VTKIS_IMAGE3D);
 }
 
+TEST_F(VXVisualizationToolbarWidgetTest, LeftDragPansWhenLockedTo2DAndRotatesIn3D)
+{
+  m_Window->resetCamera();
+  settle();
+  auto drag = [this]()
+  {
+    const QPoint from(200, 120);
+    const QPoint to(260, 150);
+    auto send = [this](QEvent::Type type, const QPoint& at, Qt::MouseButton which, Qt::MouseButtons held)
+    {
+      QMouseEvent event(type, at, m_Window->mapToGlobal(at), which, held, Qt::NoModifier);
+      QApplication::sendEvent(m_Window.get(), &event);
+    };
+    send(QEvent::MouseButtonPress, from, Qt::LeftButton, Qt::LeftButton);
+    for (int i = 1; i <= 6; ++i)
+    {
+      send(QEvent::MouseMove, from + (to - from) * i / 6, Qt::NoButton, Qt::LeftButton);
+    }
+    send(QEvent::MouseButtonRelease, to, Qt::LeftButton, Qt::NoButton);
+    settle();
+  };
+  vtkCamera* camera = m_Window->getRenderer()->GetActiveCamera();
+  auto direction = [camera]()
+  {
+    std::array<double, 3> d{};
+    camera->GetDirectionOfProjection(d.data());
+    return d;
+  };
+
+  QTest::mouseClick(button("vx2D3DToggleBtn"), Qt::LeftButton);
+  ASSERT_EQ(m_Window->getInteractorStyle()->GetInteractionMode(), VTKIS_IMAGE2D);
+  const std::array<double, 3> lookingBefore = direction();
+  const std::array<double, 3> focalBefore = {camera->GetFocalPoint()[0], camera->GetFocalPoint()[1],
+                                             camera->GetFocalPoint()[2]};
+  drag();
+  const double moved =
+      std::hypot(camera->GetFocalPoint()[0] - focalBefore[0], camera->GetFocalPoint()[1] - focalBefore[1],
+                 camera->GetFocalPoint()[2] - focalBefore[2]);
+  EXPECT_GT(moved, 0.05) << "the camera slid with the drag";
+  const std::array<double, 3> lookingAfter = direction();
+  for (int i = 0; i < 3; ++i)
+  {
+    EXPECT_NEAR(lookingAfter[i], lookingBefore[i], 1e-9) << "a pan never turns the camera";
+  }
+
+  QTest::mouseClick(button("vx2D3DToggleBtn"), Qt::LeftButton);
+  drag();
+  const std::array<double, 3> rotated = direction();
+  EXPECT_GT(std::abs(rotated[0] - lookingAfter[0]) + std::abs(rotated[1] - lookingAfter[1]), 0.05)
+      << "in 3D the same drag rotates";
+}
+
 TEST_F(VXVisualizationToolbarWidgetTest, CollapseHidesEveryButtonButItself)
 {
   QTest::mouseClick(button("vxVisToolbarExpandCollapse"), Qt::LeftButton);
@@ -125,6 +187,104 @@ TEST_F(VXVisualizationToolbarWidgetTest, CollapseHidesEveryButtonButItself)
   EXPECT_TRUE(button("vxVisToolbarExpandCollapse")->isVisible());
   QTest::mouseClick(button("vxVisToolbarExpandCollapse"), Qt::LeftButton);
   EXPECT_TRUE(button("resetCameraBtn")->isVisible());
+}
+
+TEST_F(VXVisualizationToolbarWidgetTest, ShortWindowPutsTheLastButtonsInTheOverflowMenu)
+{
+  m_Window->resize(320, 700);
+  settle();
+  QPushButton* overflow = m_Toolbar->getOverflowButton();
+  EXPECT_FALSE(overflow->isVisible());
+  EXPECT_TRUE(m_Toolbar->getOverflowedButtons().isEmpty());
+  EXPECT_TRUE(button("pickFocalPtButton")->isVisible());
+  EXPECT_EQ(m_Toolbar->height(), m_Toolbar->fullHeight());
+
+  m_Window->resize(320, 200);
+  settle();
+  EXPECT_TRUE(overflow->isVisible());
+  EXPECT_LE(m_Toolbar->geometry().bottom(), m_Window->height() - 1) << "nothing is cut off";
+  EXPECT_TRUE(button("resetCameraBtn")->isVisible()) << "the first buttons stay";
+  const QList<QPushButton*> moved = m_Toolbar->getOverflowedButtons();
+  ASSERT_FALSE(moved.isEmpty());
+  EXPECT_EQ(moved.back(), button("pickFocalPtButton")) << "the last buttons move first";
+  for (QPushButton* hidden : moved)
+  {
+    EXPECT_FALSE(hidden->isVisible());
+  }
+
+  // The menu reaches the hidden buttons: picking the focal point from it turns the mode on.
+  QMenu* menu = m_Toolbar->getOverflowMenu();
+  Q_EMIT menu->aboutToShow();
+  ASSERT_EQ(menu->actions().size(), moved.size());
+  QAction* pick = menu->actions().back();
+  EXPECT_EQ(pick->text(), QStringLiteral("Pick a focal point for the camera"));
+  pick->trigger();
+  EXPECT_TRUE(m_Window->pickFocalPointModeOn());
+  EXPECT_TRUE(button("pickFocalPtButton")->isChecked());
+  Q_EMIT menu->aboutToShow();
+  EXPECT_TRUE(menu->actions().back()->isChecked());
+  menu->actions().back()->trigger();
+  EXPECT_FALSE(m_Window->pickFocalPointModeOn());
+
+  m_Window->resize(320, 700);
+  settle();
+  EXPECT_FALSE(overflow->isVisible());
+  EXPECT_TRUE(button("pickFocalPtButton")->isVisible());
+}
+
+TEST_F(VXVisualizationToolbarWidgetTest, CollapseButtonStaysUnderThePointer)
+{
+  for (const int height : {700, 240})
+  {
+    m_Window->resize(320, height);
+    settle();
+    QPushButton* collapse = button("vxVisToolbarExpandCollapse");
+    const QPoint before = collapse->mapTo(m_Window.get(), QPoint(0, 0));
+    QTest::mouseClick(collapse, Qt::LeftButton);
+    settle();
+    EXPECT_EQ(collapse->mapTo(m_Window.get(), QPoint(0, 0)), before) << "collapsed at height " << height;
+    EXPECT_FALSE(m_Toolbar->getOverflowButton()->isVisible());
+    QTest::mouseClick(collapse, Qt::LeftButton);
+    settle();
+    EXPECT_EQ(collapse->mapTo(m_Window.get(), QPoint(0, 0)), before) << "expanded at height " << height;
+    EXPECT_TRUE(button("resetCameraBtn")->isVisible());
+  }
+}
+
+TEST_F(VXVisualizationToolbarWidgetTest, SnapMenuButtonsKeepTheApplicationsColours)
+{
+  // Only the toolbar's own buttons are light on dark; the pop-up's buttons must read as enabled.
+  QPushButton* top = m_Toolbar->getSnapToCameraMenu()->findChild<QPushButton*>(QStringLiteral("cameraZmBtn"));
+  ASSERT_NE(top, nullptr);
+  m_Toolbar->toggleSnapToCameraMenu();
+  settle();
+  const QImage shown = top->grab().toImage();
+  m_Toolbar->toggleSnapToCameraMenu();
+  int darkPixels = 0;
+  for (int y = 0; y < shown.height(); ++y)
+  {
+    for (int x = 0; x < shown.width(); ++x)
+    {
+      darkPixels += qGray(shown.pixel(x, y)) < 100 ? 1 : 0;
+    }
+  }
+  EXPECT_GT(darkPixels, 10) << "the text is dark on the light button face";
+  EXPECT_NE(top->palette().color(QPalette::ButtonText), QColor(Qt::white));
+}
+
+TEST_F(VXVisualizationToolbarWidgetTest, PresetButtonIsNoLongerLitOnceItsMenuCloses)
+{
+  QPushButton* presets = button("customCamPresetBtn");
+  const QRect screen = QGuiApplication::primaryScreen()->geometry();
+  QCursor::setPos(screen.bottomRight() - QPoint(2, 2));
+  ASSERT_FALSE(presets->rect().contains(presets->mapFromGlobal(QCursor::pos())));
+  // The state a button is left in when its menu took the pointer away.
+  presets->setAttribute(Qt::WA_UnderMouse, true);
+  presets->setDown(true);
+  Q_EMIT m_Toolbar->getCameraPresetMenu()->aboutToHide();
+  settle();
+  EXPECT_FALSE(presets->testAttribute(Qt::WA_UnderMouse));
+  EXPECT_FALSE(presets->isDown());
 }
 
 TEST_F(VXVisualizationToolbarWidgetTest, SnapMenuTogglesAndItsButtonsTurnTheCamera)
@@ -234,7 +394,11 @@ TEST_F(VXVisualizationToolbarWidgetTest, ScreenshotIsSavedWithTheChosenBackgroun
         dialog->findChild<QCheckBox*>(QStringLiteral("transparentBGCheckBox"))->setChecked(true);
         dialog->accept();
       });
+  QSignalSpy messages(m_Window.get(), &VXVisualizationWidget::printOutput);
   m_Window->saveScreenshot(path);
+  ASSERT_EQ(messages.count(), 1) << "the user is told where the picture went";
+  EXPECT_EQ(messages.at(0).at(0).toString(),
+            QStringLiteral("Screenshot saved to %1").arg(QDir::toNativeSeparators(path)));
   const QImage saved(path);
   ASSERT_FALSE(saved.isNull());
   EXPECT_EQ(saved.size(), m_Window->size());
@@ -246,6 +410,7 @@ TEST_F(VXVisualizationToolbarWidgetTest, ScreenshotIsSavedWithTheChosenBackgroun
   answerNextDialog<VXScreenshotOptionsDialog>([](VXScreenshotOptionsDialog* dialog) { dialog->reject(); });
   m_Window->saveScreenshot(other);
   EXPECT_FALSE(QFile::exists(other));
+  EXPECT_EQ(messages.count(), 1) << "nothing written, nothing said";
 }
 
 TEST_F(VXVisualizationToolbarWidgetTest, OrientationLabelsFollowThePreferences)

@@ -32,6 +32,7 @@
 #include <QTouchDevice>
 #include <QTouchEvent>
 
+#include <algorithm>
 #include <array>
 
 using namespace zr_test;
@@ -294,6 +295,71 @@ TEST_F(VXVisualizationWidgetTest, LinkingStartsInOneWindowAndEndsWhenAnotherTake
   EXPECT_EQ(second->getRenderer()->GetActiveCamera(), camera());
 }
 
+TEST_F(VXVisualizationWidgetTest, LinkingSaysWhatToDoAndEscapeCancelsIt)
+{
+  auto second = makeShownWindow();
+  QSignalSpy messages(m_Window.get(), &VXVisualizationWidget::printOutput);
+  m_Window->startLinkCameras();
+  ASSERT_EQ(messages.count(), 1);
+  EXPECT_TRUE(messages.at(0).at(0).toString().contains(QStringLiteral("Escape")));
+  QTest::keyClick(m_Window.get(), Qt::Key_Escape);
+  EXPECT_EQ(VXVisualizationWidget::getLinkingWidget(), nullptr);
+  ASSERT_EQ(messages.count(), 2);
+  EXPECT_EQ(messages.at(1).at(0).toString(), QStringLiteral("Camera linking cancelled."));
+  QFocusEvent focusIn(QEvent::FocusIn, Qt::MouseFocusReason);
+  QApplication::sendEvent(second.get(), &focusIn);
+  EXPECT_FALSE(second->isLinked()) << "a cancelled link links nothing";
+
+  m_Window->startLinkCameras();
+  QApplication::sendEvent(second.get(), &focusIn);
+  EXPECT_TRUE(second->isLinked());
+  ASSERT_EQ(messages.count(), 4);
+  EXPECT_EQ(messages.at(3).at(0).toString(), QStringLiteral("Cameras linked: 2 views share one camera."));
+}
+
+TEST_F(VXVisualizationWidgetTest, PickingAFocalPointSetsItOnTheDataAndLeavesTheClipboardAlone)
+{
+  QApplication::clipboard()->setText(QStringLiteral("kept"));
+  QSignalSpy messages(m_Window.get(), &VXVisualizationWidget::printOutput);
+  m_Window->toggleFocalPointPicking(true);
+  ASSERT_TRUE(m_Window->pickFocalPointModeOn());
+  ASSERT_EQ(messages.count(), 1) << "the mode says how it is used";
+
+  // The background holds nothing: nothing changes and nothing is said.
+  QTest::mouseClick(m_Window.get(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+  settle();
+  EXPECT_EQ(messages.count(), 1);
+  EXPECT_FALSE(m_Window->isFocalPointLocked());
+  expectVector(camera()->GetFocalPoint(), {1.0, 2.0, 3.0}, "focal point after a miss");
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("kept"));
+
+  // The sphere's near side is hit in the middle of the window.
+  QTest::mouseClick(m_Window.get(), Qt::LeftButton, Qt::NoModifier,
+                    QPoint(m_Window->width() / 2, m_Window->height() / 2));
+  settle();
+  const double* focal = camera()->GetFocalPoint();
+  EXPECT_NEAR(focal[0], 1.0, 0.05);
+  EXPECT_NEAR(focal[1], 2.0, 0.05);
+  EXPECT_NEAR(focal[2], 4.0, 0.05) << "on the surface facing the camera";
+  EXPECT_TRUE(m_Window->isFocalPointLocked());
+  ASSERT_EQ(messages.count(), 2);
+  EXPECT_TRUE(messages.at(1).at(0).toString().startsWith(QStringLiteral("Focal point set to (")));
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("kept"));
+  for (const QList<QVariant>& message : messages)
+  {
+    EXPECT_NE(message.at(0).toString(), QStringLiteral("Picked item data copied to clipboard"));
+  }
+  m_Window->toggleFocalPointPicking(false);
+
+  // A data pick over nothing leaves the clipboard as it was, too.
+  m_Window->toggleHoverPoints(true);
+  m_Window->getPickerCallback()->setHoverText(QString());
+  QTest::mouseClick(m_Window.get(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("kept"));
+  EXPECT_EQ(messages.count(), 2);
+  m_Window->toggleHoverPoints(false);
+}
+
 TEST_F(VXVisualizationWidgetTest, FocalPointCursorSizeFollowsTheVisibleData)
 {
   double bounds[6];
@@ -332,13 +398,14 @@ TEST_F(VXVisualizationWidgetTest, GridSpacingGivesExactLabelsAndZeroKeepsAutomat
 
   m_Window->getGridAxesWidget().setSpacing({{0.3, 0.0, 0.0}});
   m_Window->applyGridAxesEdits();
-  const double min = grid->GetGridBounds()[0];
+  // The bounds (about 0.0001 to 2) hold the multiples 0.3 .. 1.8 of the spacing.
   const auto values = grid->GetLabelValues(0);
-  ASSERT_EQ(values.size(), static_cast<std::size_t>(std::floor((grid->GetGridBounds()[1] - min) / 0.3)) + 1);
+  ASSERT_EQ(values.size(), 6u);
   for (std::size_t k = 0; k < values.size(); ++k)
   {
-    EXPECT_NEAR(values[k], min + k * 0.3, 1e-12);
+    EXPECT_DOUBLE_EQ(values[k], (k + 1) * 0.3);
   }
+  EXPECT_EQ(grid->GetLabelTexts(0), (std::vector<std::string>{"0.3", "0.6", "0.9", "1.2", "1.5", "1.8"}));
   EXPECT_FALSE(grid->GetUseCustomLabels(1));
   EXPECT_EQ(grid->GetLabelValues(1),
             VXGridAxesActor::AutomaticLabelValues(grid->GetGridBounds()[2], grid->GetGridBounds()[3]));
@@ -347,6 +414,44 @@ TEST_F(VXVisualizationWidgetTest, GridSpacingGivesExactLabelsAndZeroKeepsAutomat
   m_Window->getGridAxesAction()->setChecked(false);
   m_Window->toggleGridAxes();
   EXPECT_FALSE(m_Window->getRenderer()->HasViewProp(grid));
+}
+
+TEST_F(VXVisualizationWidgetTest, CrowdedGridLabelsAreThinnedToAnEvenSubset)
+{
+  m_Window->getGridAxesAction()->setChecked(true);
+  m_Window->toggleGridAxes();
+  VXGridAxesActor* grid = m_Window->getGridAxesActor();
+  auto drawnLabels = [this, grid]()
+  {
+    m_Window->render();
+    settle();
+    return grid->GetVisibleLabelTexts(0);
+  };
+
+  // Five labels over the 320 pixel wide window stand clear of each other: all are drawn.
+  m_Window->getGridAxesWidget().setSpacing({{0.5, 0.0, 0.0}});
+  m_Window->applyGridAxesEdits();
+  EXPECT_EQ(drawnLabels(), grid->GetLabelTexts(0));
+
+  // Two hundred cannot all be read: an evenly spaced subset is left, the first label among them.
+  m_Window->getGridAxesWidget().setSpacing({{0.01, 0.0, 0.0}});
+  m_Window->applyGridAxesEdits();
+  const std::vector<std::string> all = grid->GetLabelTexts(0);
+  ASSERT_GT(all.size(), 150u);
+  const std::vector<std::string> drawn = drawnLabels();
+  EXPECT_GE(drawn.size(), 2u);
+  EXPECT_LT(drawn.size(), all.size() / 4);
+  ASSERT_FALSE(drawn.empty());
+  EXPECT_EQ(drawn.front(), all.front());
+  const std::size_t stride = std::find(all.begin(), all.end(), drawn[1]) - all.begin();
+  for (std::size_t k = 0; k < drawn.size(); ++k)
+  {
+    EXPECT_EQ(drawn[k], all[k * stride]);
+  }
+
+  // Zoomed far in, the same labels spread out and more of them are drawn again.
+  camera()->Zoom(8.0);
+  EXPECT_GT(drawnLabels().size(), drawn.size());
 }
 
 TEST_F(VXVisualizationWidgetTest, RightClickOpensTheMenuButRightDragDoesNot)
@@ -558,19 +663,29 @@ TEST_F(VXVisualizationWidgetTest, GridDialogAppliesItsSpacingOnOk)
       [](QDialog* dialog)
       {
         EXPECT_EQ(dialog->windowTitle(), QStringLiteral("Grid Axes Options"));
-        dialog->findChild<QLineEdit*>(QStringLiteral("spacingY"))->setText(QStringLiteral("0.5"));
+        // X spans about 0 to 2 and is automatic: the form shows the step in use, 0.5.
+        EXPECT_EQ(dialog->findChild<QLineEdit*>(QStringLiteral("spacingX"))->text(), QStringLiteral("0.5"));
+        dialog->findChild<QLineEdit*>(QStringLiteral("spacingY"))->setText(QStringLiteral("0.25"));
         dialog->findChild<QCheckBox*>(QStringLiteral("showGridCheckBox"))->setChecked(true);
         dialog->findChild<QPushButton*>(QStringLiteral("okButton"))->click();
       });
   m_Window->editGridAxes();
   VXGridAxesActor* grid = m_Window->getGridAxesActor();
   EXPECT_TRUE(grid->GetUseCustomLabels(1));
-  EXPECT_FALSE(grid->GetUseCustomLabels(0));
+  EXPECT_FALSE(grid->GetUseCustomLabels(0)) << "the automatic step shown and left alone stays automatic";
   EXPECT_TRUE(grid->GetGenerateGrid());
-  const double* bounds = grid->GetGridBounds();
-  EXPECT_EQ(grid->GetLabelValues(1).size(),
-            static_cast<std::size_t>(std::floor((bounds[3] - bounds[2]) / 0.5)) + 1);
-  EXPECT_DOUBLE_EQ(grid->GetLabelValues(1)[1], bounds[2] + 0.5);
+  // Y runs about 1 to 3 around the sphere: the multiples of 0.25 inside it.
+  const std::vector<double> ys = grid->GetLabelValues(1);
+  ASSERT_GE(ys.size(), 7u);
+  for (double y : ys)
+  {
+    EXPECT_DOUBLE_EQ(y / 0.25, std::round(y / 0.25)) << y;
+  }
+  const std::vector<std::string> yTexts = grid->GetLabelTexts(1);
+  for (std::size_t i = 0; i < ys.size(); ++i)
+  {
+    EXPECT_EQ(yTexts[i], QString::number(ys[i], 'g', 6).toStdString());
+  }
 
   // Reset in the dialog brings the automatic labels back once applied.
   answerNextDialog<QDialog>(
