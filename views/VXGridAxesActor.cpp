@@ -158,10 +158,35 @@ double labelStep(const std::vector<double>& values)
 }
 } // namespace
 
+namespace
+{
+// The fewest decimals (up to 6) that write the value to single precision, as bounds come.
+int decimalsOf(double value)
+{
+  int decimals = 0;
+  while (decimals < 6)
+  {
+    const double scaled = std::abs(value) * std::pow(10.0, decimals);
+    if (std::abs(scaled - std::round(scaled)) <= 1e-6 * std::max(scaled, 1.0))
+    {
+      break;
+    }
+    ++decimals;
+  }
+  return decimals;
+}
+} // namespace
+
 std::vector<std::string> VXGridAxesActor::GetLabelTexts(int axis) const
 {
   const std::vector<double> values = GetLabelValues(axis);
-  const double step = labelStep(values);
+  double step = labelStep(values);
+  if (step > 0.0 && !values.empty())
+  {
+    // Spaced labels start at the grid's minimum, which need not be a multiple of the step: the
+    // texts show the decimals of both, as -19.2 -14.2 ... for a step of 5 from -19.2.
+    step = std::min(step, std::pow(10.0, -decimalsOf(values.front())));
+  }
   std::vector<std::string> texts;
   for (double value : values)
   {
@@ -306,17 +331,15 @@ std::vector<double> VXGridAxesActor::SpacedLabelValues(double min, double max, d
   {
     return {};
   }
-  // Multiples of the spacing, each computed on its own: a running sum would gather rounding noise.
-  const double tolerance = spacing * 1e-9;
+  // From the minimum, one label per spacing up to the maximum, by running addition; the labels'
+  // texts hide the rounding noise that the sum gathers.
+  const double count = std::floor((max - min) / spacing) + 1.0;
   std::vector<double> values;
-  for (double k = std::ceil((min - tolerance) / spacing); values.size() < k_MaxLabelsPerAxis; k += 1.0)
+  double value = min;
+  for (double k = 0.0; k < count && values.size() < k_MaxLabelsPerAxis; k += 1.0)
   {
-    const double value = k * spacing;
-    if (value > max + tolerance)
-    {
-      break;
-    }
-    values.push_back(std::abs(value) < tolerance ? 0.0 : value);
+    values.push_back(value);
+    value += spacing;
   }
   return values;
 }
