@@ -148,9 +148,13 @@ void VXFThreshold::updateActiveArrayInfo(DataArrayNameInfo& info)
 
 void VXFThreshold::applyFilter()
 {
-  if (m_ArrayInfos.empty() || !checkInputHasArrays())
+  if (!checkInputHasArrays())
   {
-    if (m_ArrayInfos.empty() && inputHasArrays() && m_Pipeline != nullptr)
+    return;
+  }
+  if (m_ArrayInfos.empty())
+  {
+    if (m_Pipeline != nullptr)
     {
       Q_EMIT m_Pipeline->sendOutputMessage(
           QStringLiteral("%1: the input has no numeric data arrays to filter by, so Apply does nothing.")

@@ -19,6 +19,7 @@ class QVBoxLayout;
 class VXDataSource;
 class ZRComboBox;
 class QtZRSettings;
+class vtkDataObject;
 class vtkRenderWindowInteractor;
 
 /**

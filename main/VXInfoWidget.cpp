@@ -147,7 +147,7 @@ void VXInfoWidget::buildLayout()
     connect(action, &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
   }
   m_AddViewButton->setMenu(addMenu);
-  m_AddFilterButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("Filter")));
+  m_AddFilterButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("VXFClip")));
   auto* filterMenu = new QMenu(m_AddFilterButton);
   for (const QString& filterType : VXFilterFactory::TypeNames())
   {
