@@ -1,6 +1,8 @@
 #include "filters/VXFilterFactory.h"
 
 #include "filters/VXFClip.h"
+#include "filters/VXFImageResample.h"
+#include "filters/VXFQuadricClustering.h"
 #include "filters/VXFSlice.h"
 #include "filters/VXFThreshold.h"
 
@@ -8,7 +10,8 @@ namespace VXFilterFactory
 {
 QStringList TypeNames()
 {
-  return {QStringLiteral("VXFClip"), QStringLiteral("VXFSlice"), QStringLiteral("VXFThreshold")};
+  return {QStringLiteral("VXFClip"), QStringLiteral("VXFSlice"), QStringLiteral("VXFThreshold"),
+          QStringLiteral("VXFImageResample"), QStringLiteral("VXFQuadricClustering")};
 }
 
 VXFilter* Create(const QString& typeName, QObject* parent)
@@ -24,6 +27,14 @@ VXFilter* Create(const QString& typeName, QObject* parent)
   if (typeName == QStringLiteral("VXFThreshold"))
   {
     return new VXFThreshold(parent);
+  }
+  if (typeName == QStringLiteral("VXFImageResample"))
+  {
+    return new VXFImageResample(parent);
+  }
+  if (typeName == QStringLiteral("VXFQuadricClustering"))
+  {
+    return new VXFQuadricClustering(parent);
   }
   return nullptr;
 }
