@@ -3,6 +3,8 @@
 #include "data_views/VXRepresentation.h"
 #include "filters/VXBox.h"
 #include "filters/VXFClip.h"
+#include "filters/VXFImageResample.h"
+#include "filters/VXFQuadricClustering.h"
 #include "filters/VXFSlice.h"
 #include "filters/VXFThreshold.h"
 #include "filters/VXPlane.h"
@@ -10,12 +12,16 @@
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
 
+#include <cmath>
+
 namespace
 {
 const QString k_ClipPlane = QStringLiteral("--clip-plane");
 const QString k_ClipBox = QStringLiteral("--clip-box");
 const QString k_Slice = QStringLiteral("--slice");
 const QString k_Threshold = QStringLiteral("--threshold");
+const QString k_Resample = QStringLiteral("--resample");
+const QString k_Decimate = QStringLiteral("--decimate");
 
 bool parseNumbers(const QString& text, int count, std::array<double, 6>& values)
 {
@@ -39,7 +45,7 @@ bool parseNumbers(const QString& text, int count, std::array<double, 6>& values)
 
 QStringList ViewerFilterSteps::OptionNames()
 {
-  return {k_ClipPlane, k_ClipBox, k_Slice, k_Threshold};
+  return {k_ClipPlane, k_ClipBox, k_Slice, k_Threshold, k_Resample, k_Decimate};
 }
 
 bool ViewerFilterSteps::parse(const QStringList& arguments, QString* error)
@@ -91,6 +97,24 @@ bool ViewerFilterSteps::parseStep(const QString& option, const QString& value, Q
     {
       *error = QStringLiteral("%1 takes OX,OY,OZ,NX,NY,NZ with a normal that is not zero, not '%2'")
                    .arg(option, value);
+      return false;
+    }
+  }
+  else if (option == k_Resample || option == k_Decimate)
+  {
+    step.kind = option == k_Resample ? Kind::Resample : Kind::Decimate;
+    const bool numbers = parseNumbers(value, 3, step.values);
+    const bool valid = numbers && step.values[0] > 0.0 && step.values[1] > 0.0 && step.values[2] > 0.0 &&
+                       (step.kind == Kind::Resample || (step.values[0] == std::floor(step.values[0]) &&
+                                                        step.values[1] == std::floor(step.values[1]) &&
+                                                        step.values[2] == std::floor(step.values[2])));
+    if (!valid)
+    {
+      *error =
+          step.kind == Kind::Resample
+              ? QStringLiteral("--resample takes three percentages above 0, PX,PY,PZ, not '%1'").arg(value)
+              : QStringLiteral("--decimate takes three whole numbers of bins above 0, NX,NY,NZ, not '%1'")
+                    .arg(value);
       return false;
     }
   }
@@ -173,6 +197,14 @@ bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& brid
       {
         filter = new VXFThreshold();
       }
+      else if (step.kind == Kind::Resample)
+      {
+        filter = new VXFImageResample();
+      }
+      else if (step.kind == Kind::Decimate)
+      {
+        filter = new VXFQuadricClustering();
+      }
       else
       {
         filter = new VXFClip();
@@ -223,6 +255,16 @@ bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& brid
       {
         slice->plane()->setValues({step.values[0], step.values[1], step.values[2]},
                                   {step.values[3], step.values[4], step.values[5]});
+      }
+      else if (auto* resample = qobject_cast<VXFImageResample*>(filter))
+      {
+        // Set after addFilter, so that the command line wins over the user's stored defaults.
+        resample->setResampleDimensions({step.values[0], step.values[1], step.values[2]});
+      }
+      else if (auto* clustering = qobject_cast<VXFQuadricClustering*>(filter))
+      {
+        clustering->setNumberOfDimensions({static_cast<int>(step.values[0]), static_cast<int>(step.values[1]),
+                                           static_cast<int>(step.values[2])});
       }
       else if (auto* threshold = qobject_cast<VXFThreshold*>(filter))
       {

@@ -14,7 +14,7 @@ class VXPipeline;
  * the one before, under every data source of every file opened. The last output gets the data view;
  * the data sources' own views are hidden.
  *   --clip-plane OX,OY,OZ,NX,NY,NZ   --clip-box XMIN,XMAX,YMIN,YMAX,ZMIN,ZMAX   --slice OX,OY,OZ,NX,NY,NZ
- *   --threshold ARRAY[:COMPONENT]:MIN:MAX
+ *   --threshold ARRAY[:COMPONENT]:MIN:MAX   --resample PX,PY,PZ   --decimate NX,NY,NZ
  */
 class ViewerFilterSteps
 {
@@ -35,7 +35,9 @@ private:
     ClipPlane,
     ClipBox,
     Slice,
-    Threshold
+    Threshold,
+    Resample,
+    Decimate
   };
   struct Step
   {

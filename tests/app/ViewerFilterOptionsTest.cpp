@@ -78,7 +78,9 @@ TEST(ViewerFilterOptions, ValuesThatDoNotParseAreRefused)
                                     {QStringLiteral("--clip-box"), QStringLiteral("5,1,0,1,0,1")},
                                     {QStringLiteral("--slice"), QStringLiteral("a,b,c,d,e,f")},
                                     {QStringLiteral("--threshold"), QStringLiteral("Density:low:2")},
-                                    {QStringLiteral("--threshold"), QStringLiteral(":0:1")}};
+                                    {QStringLiteral("--threshold"), QStringLiteral(":0:1")},
+                                    {QStringLiteral("--resample"), QStringLiteral("50,0,50")},
+                                    {QStringLiteral("--decimate"), QStringLiteral("10,10,2.5")}};
   for (const QStringList& option : cases)
   {
     const ViewerRun run =
