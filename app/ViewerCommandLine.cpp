@@ -1,10 +1,12 @@
 #include "app/ViewerCommandLine.h"
 
 #include "app/ViewerDataViewChoice.h"
+#include "app/ViewerFilterSteps.h"
 #include "app/ViewerTreePrinter.h"
 
 #include "data_bridge/ZRVtkDatasetWriters.h"
 #include "data_bridge/zr_contract/KestrixReaderLoader.h"
+#include "filters/VXFilter.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
@@ -226,6 +228,7 @@ QString ViewerCommandLine::usage()
       "                             kestrix-viewer part.stl --decimate 40,40,40\n"
       "                           Filter options run in the order given, each on the output of the one\n"
       "                           before; the last output gets the data view (--view)\n"
+      "                           With --list, each filter's output is printed under its data source\n"
       "  --theme light|dark       colour theme of the window (default light)\n"
       "                             kestrix-viewer --theme dark grains.kestrix\n"
       "  --verbose                also print the rendering toolkit's own messages to standard error\n"
@@ -278,7 +281,14 @@ int ViewerCommandLine::run(const QStringList& arguments)
   }
   if (arguments.size() >= 2 && arguments.front() == k_List)
   {
-    return list(arguments.mid(1));
+    ViewerFilterSteps steps;
+    QString error;
+    if (!steps.parse(arguments.mid(1), &error))
+    {
+      errorStream() << "kestrix-viewer: " << error << '\n';
+      return 2;
+    }
+    return list(ViewerFilterSteps::WithoutFilterOptions(arguments.mid(1)), steps);
   }
   if (arguments.size() >= 3 && arguments.front() == k_Convert)
   {
@@ -288,7 +298,7 @@ int ViewerCommandLine::run(const QStringList& arguments)
   return 2;
 }
 
-int ViewerCommandLine::list(const QStringList& files)
+int ViewerCommandLine::list(const QStringList& files, const ViewerFilterSteps& steps)
 {
   ViewerDataViewChoice::UseViewerDefaults(); // the default views a window would show
   QTextStream out(stdout);
@@ -309,6 +319,28 @@ int ViewerCommandLine::list(const QStringList& files)
     }
     flushPopup(lastPopup);
     printer.print(*bridge);
+    for (VXDataSource* source : bridge->dataSources())
+    {
+      if (steps.isEmpty() || source->getOutput() == nullptr)
+      {
+        continue;
+      }
+      QString error;
+      const QList<VXFilter*> chain = steps.runWithoutView(source, &error);
+      if (chain.isEmpty())
+      {
+        fail(file, error);
+        ++failures;
+        continue;
+      }
+      for (int depth = 0; depth < chain.size(); ++depth)
+      {
+        vtkAlgorithmOutput* port = chain[depth]->outputPort();
+        printer.printFilterOutput(chain[depth]->name(),
+                                  vtkDataSet::SafeDownCast(port->GetProducer()->GetOutputDataObject(0)),
+                                  depth + 1);
+      }
+    }
   }
   return failures == 0 ? 0 : 1;
 }

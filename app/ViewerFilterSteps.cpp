@@ -163,6 +163,121 @@ bool ViewerFilterSteps::parseStep(const QString& option, const QString& value, Q
   return true;
 }
 
+VXFilter* ViewerFilterSteps::makeFilter(const Step& step)
+{
+  VXFilter* filter = nullptr;
+  if (step.kind == Kind::Slice)
+  {
+    filter = new VXFSlice();
+  }
+  else if (step.kind == Kind::Threshold)
+  {
+    filter = new VXFThreshold();
+  }
+  else if (step.kind == Kind::Resample)
+  {
+    filter = new VXFImageResample();
+  }
+  else if (step.kind == Kind::Decimate)
+  {
+    filter = new VXFQuadricClustering();
+  }
+  else
+  {
+    filter = new VXFClip();
+  }
+  return filter;
+}
+
+bool ViewerFilterSteps::configure(VXFilter* filter, const Step& step, const QString& sourceName,
+                                  QString* error)
+{
+  if (auto* clip = qobject_cast<VXFClip*>(filter))
+  {
+    if (step.kind == Kind::ClipBox)
+    {
+      // The box placed on the data (a quarter larger than its bounds) is moved and scaled onto the
+      // asked bounds.
+      const std::array<double, 6> placed = clip->box()->bounds();
+      std::array<double, 3> scale{};
+      std::array<double, 3> translation{};
+      for (int axis = 0; axis < 3; ++axis)
+      {
+        const double centre = (placed[2 * axis] + placed[2 * axis + 1]) / 2.0;
+        const double placedExtent = 1.25 * (placed[2 * axis + 1] - placed[2 * axis]);
+        const double placedLow = centre - placedExtent / 2.0;
+        scale[axis] =
+            placedExtent > 0.0 ? (step.values[2 * axis + 1] - step.values[2 * axis]) / placedExtent : 1.0;
+        translation[axis] = step.values[2 * axis] - scale[axis] * placedLow;
+      }
+      clip->setClipType(VXFClip::Box);
+      clip->box()->setValues(translation, {0.0, 0.0, 0.0}, scale);
+      clip->setInverted(true); // keeps what is inside the box
+    }
+    else
+    {
+      clip->setClipType(VXFClip::Plane);
+      clip->plane()->setValues({step.values[0], step.values[1], step.values[2]},
+                               {step.values[3], step.values[4], step.values[5]});
+      clip->setInverted(false); // keeps the side the normal points to
+    }
+  }
+  else if (auto* slice = qobject_cast<VXFSlice*>(filter))
+  {
+    slice->plane()->setValues({step.values[0], step.values[1], step.values[2]},
+                              {step.values[3], step.values[4], step.values[5]});
+  }
+  else if (auto* resample = qobject_cast<VXFImageResample*>(filter))
+  {
+    // Set after addFilter, so that the command line wins over the user's stored defaults.
+    resample->setResampleDimensions({step.values[0], step.values[1], step.values[2]});
+  }
+  else if (auto* clustering = qobject_cast<VXFQuadricClustering*>(filter))
+  {
+    clustering->setNumberOfDimensions({static_cast<int>(step.values[0]), static_cast<int>(step.values[1]),
+                                       static_cast<int>(step.values[2])});
+  }
+  else if (auto* threshold = qobject_cast<VXFThreshold*>(filter))
+  {
+    const auto& infos = threshold->getDataArrayNameInfos();
+    size_t found = infos.size();
+    QStringList names;
+    for (size_t i = 0; i < infos.size(); ++i)
+    {
+      if (!names.contains(infos[i].dataSetName))
+      {
+        names.append(infos[i].dataSetName);
+      }
+      if (found == infos.size() && infos[i].dataSetName == step.array && infos[i].component == step.component)
+      {
+        found = i;
+      }
+    }
+    if (found == infos.size())
+    {
+      *error = QStringLiteral("--threshold: %1 has no array '%2' with component %3; arrays: %4")
+                   .arg(sourceName, step.array)
+                   .arg(step.component)
+                   .arg(names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", ")));
+      return false;
+    }
+    threshold->setActiveArrayInfoIndex(found);
+    VXFThreshold::DataArrayNameInfo info = threshold->getActiveArrayInfo();
+    info.userRange = {step.values[0], step.values[1]};
+    threshold->updateActiveArrayInfo(info);
+  }
+  // A picture of the result has no use for the tools.
+  if (auto* clip = qobject_cast<VXFClip*>(filter))
+  {
+    clip->setShowClipTool(false);
+  }
+  if (auto* slice = qobject_cast<VXFSlice*>(filter))
+  {
+    slice->setShowPlaneTool(false);
+  }
+  return true;
+}
+
 bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType,
                                 QString* error) const
 {
@@ -187,28 +302,7 @@ bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& brid
     VXCoreObject* parent = source;
     for (size_t index = 0; index < m_Steps.size(); ++index)
     {
-      const Step& step = m_Steps[index];
-      VXFilter* filter = nullptr;
-      if (step.kind == Kind::Slice)
-      {
-        filter = new VXFSlice();
-      }
-      else if (step.kind == Kind::Threshold)
-      {
-        filter = new VXFThreshold();
-      }
-      else if (step.kind == Kind::Resample)
-      {
-        filter = new VXFImageResample();
-      }
-      else if (step.kind == Kind::Decimate)
-      {
-        filter = new VXFQuadricClustering();
-      }
-      else
-      {
-        filter = new VXFClip();
-      }
+      VXFilter* filter = makeFilter(m_Steps[index]);
       if (!pipeline->addFilter(parent, filter))
       {
         delete filter;
@@ -221,93 +315,55 @@ bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& brid
         filter->setRepTypeToAdd(VXRepresentation::k_RepresentationTypeToString.value(
             static_cast<VXRepresentation::Type>(viewType)));
       }
-      if (auto* clip = qobject_cast<VXFClip*>(filter))
+      if (!configure(filter, m_Steps[index], source->name(), error))
       {
-        if (step.kind == Kind::ClipBox)
-        {
-          // The box placed on the data (a quarter larger than its bounds) is moved and scaled onto the
-          // asked bounds.
-          const std::array<double, 6> placed = clip->box()->bounds();
-          std::array<double, 3> scale{};
-          std::array<double, 3> translation{};
-          for (int axis = 0; axis < 3; ++axis)
-          {
-            const double centre = (placed[2 * axis] + placed[2 * axis + 1]) / 2.0;
-            const double placedExtent = 1.25 * (placed[2 * axis + 1] - placed[2 * axis]);
-            const double placedLow = centre - placedExtent / 2.0;
-            scale[axis] =
-                placedExtent > 0.0 ? (step.values[2 * axis + 1] - step.values[2 * axis]) / placedExtent : 1.0;
-            translation[axis] = step.values[2 * axis] - scale[axis] * placedLow;
-          }
-          clip->setClipType(VXFClip::Box);
-          clip->box()->setValues(translation, {0.0, 0.0, 0.0}, scale);
-          clip->setInverted(true); // keeps what is inside the box
-        }
-        else
-        {
-          clip->setClipType(VXFClip::Plane);
-          clip->plane()->setValues({step.values[0], step.values[1], step.values[2]},
-                                   {step.values[3], step.values[4], step.values[5]});
-          clip->setInverted(false); // keeps the side the normal points to
-        }
-      }
-      else if (auto* slice = qobject_cast<VXFSlice*>(filter))
-      {
-        slice->plane()->setValues({step.values[0], step.values[1], step.values[2]},
-                                  {step.values[3], step.values[4], step.values[5]});
-      }
-      else if (auto* resample = qobject_cast<VXFImageResample*>(filter))
-      {
-        // Set after addFilter, so that the command line wins over the user's stored defaults.
-        resample->setResampleDimensions({step.values[0], step.values[1], step.values[2]});
-      }
-      else if (auto* clustering = qobject_cast<VXFQuadricClustering*>(filter))
-      {
-        clustering->setNumberOfDimensions({static_cast<int>(step.values[0]), static_cast<int>(step.values[1]),
-                                           static_cast<int>(step.values[2])});
-      }
-      else if (auto* threshold = qobject_cast<VXFThreshold*>(filter))
-      {
-        const auto& infos = threshold->getDataArrayNameInfos();
-        size_t found = infos.size();
-        QStringList names;
-        for (size_t i = 0; i < infos.size(); ++i)
-        {
-          if (!names.contains(infos[i].dataSetName))
-          {
-            names.append(infos[i].dataSetName);
-          }
-          if (found == infos.size() && infos[i].dataSetName == step.array &&
-              infos[i].component == step.component)
-          {
-            found = i;
-          }
-        }
-        if (found == infos.size())
-        {
-          *error = QStringLiteral("--threshold: %1 has no array '%2' with component %3; arrays: %4")
-                       .arg(source->name(), step.array)
-                       .arg(step.component)
-                       .arg(names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", ")));
-          return false;
-        }
-        threshold->setActiveArrayInfoIndex(found);
-        VXFThreshold::DataArrayNameInfo info = threshold->getActiveArrayInfo();
-        info.userRange = {step.values[0], step.values[1]};
-        threshold->updateActiveArrayInfo(info);
-      }
-      // A picture of the result has no use for the tools.
-      if (auto* clip = qobject_cast<VXFClip*>(filter))
-      {
-        clip->setShowClipTool(false);
-      }
-      if (auto* slice = qobject_cast<VXFSlice*>(filter))
-      {
-        slice->setShowPlaneTool(false);
+        return false;
       }
       filter->applyFilter();
       parent = filter;
     }
   }
   return true;
+}
+
+QList<VXFilter*> ViewerFilterSteps::runWithoutView(VXDataSource* source, QString* error) const
+{
+  // No pipeline and no window: each filter only runs its algorithm, and the chain hangs under the source.
+  QList<VXFilter*> chain;
+  VXCoreObject* parent = source;
+  for (const Step& step : m_Steps)
+  {
+    VXFilter* filter = makeFilter(step);
+    filter->setParent(parent);
+    filter->setInputPort(parent->outputPort());
+    filter->setupFilter();
+    if (!configure(filter, step, source->name(), error))
+    {
+      return {};
+    }
+    filter->applyFilter();
+    chain.append(filter);
+    parent = filter;
+  }
+  return chain;
+}
+
+QStringList ViewerFilterSteps::WithoutFilterOptions(const QStringList& arguments)
+{
+  QStringList rest;
+  for (int i = 0; i < arguments.size(); ++i)
+  {
+    if (OptionNames().contains(arguments[i]))
+    {
+      ++i; // its value
+      continue;
+    }
+    const int equals = arguments[i].indexOf(QLatin1Char('='));
+    if (equals > 0 && OptionNames().contains(arguments[i].left(equals)))
+    {
+      continue;
+    }
+    rest.append(arguments[i]);
+  }
+  return rest;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QList>
 #include <QString>
 #include <QStringList>
 
@@ -7,6 +8,8 @@
 #include <vector>
 
 class VXBridgeObject;
+class VXDataSource;
+class VXFilter;
 class VXPipeline;
 
 /**
@@ -28,6 +31,13 @@ public:
   bool isEmpty() const { return m_Steps.empty(); }
   /** @brief Adds the chain under every data source of the bridge and applies it; false with a message. */
   bool applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType, QString* error) const;
+  /**
+   * @brief Runs the chain under the data source with no pipeline and no window (for --list); the filters
+   * are children of the source. Empty, with a message, when a step cannot run.
+   */
+  QList<VXFilter*> runWithoutView(VXDataSource* source, QString* error) const;
+  /** @brief The arguments less the filter options and their values. */
+  static QStringList WithoutFilterOptions(const QStringList& arguments);
 
 private:
   enum class Kind
@@ -48,6 +58,8 @@ private:
   };
 
   bool parseStep(const QString& option, const QString& value, QString* error);
+  static VXFilter* makeFilter(const Step& step);
+  static bool configure(VXFilter* filter, const Step& step, const QString& sourceName, QString* error);
 
   std::vector<Step> m_Steps;
 };

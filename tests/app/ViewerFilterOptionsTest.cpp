@@ -129,4 +129,33 @@ TEST(ViewerFilterOptions, FiltersChainInTheOrderGiven)
   EXPECT_EQ(childTypes(*slice), QStringList{QStringLiteral("VXSurfaceRep")})
       << "only the last output gets a view";
 }
+TEST(ViewerFilterOptions, ListPrintsEachFilterOutputUnderItsSourceWithoutADisplay)
+{
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(QStringLiteral("DISPLAY"));
+  environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+  process.setProcessEnvironment(environment);
+  process.start(k_Viewer, {QStringLiteral("--list"), k_Image, QStringLiteral("--threshold"),
+                           QStringLiteral("Density:-1e30:1e30"), QStringLiteral("--slice"),
+                           QStringLiteral("0,0,0,0,0,1")});
+  ASSERT_TRUE(process.waitForFinished(60000));
+  EXPECT_EQ(process.exitCode(), 0) << process.readAllStandardError().toStdString();
+  const QString out = QString::fromLocal8Bit(process.readAllStandardOutput());
+  const int threshold = out.indexOf(QStringLiteral("Threshold Filter [vtkUnstructuredGrid]"));
+  const int slice = out.indexOf(QStringLiteral("Slice Filter [vtkPolyData]"));
+  ASSERT_GE(threshold, 0) << out.toStdString();
+  EXPECT_GT(slice, threshold) << out.toStdString();
+  EXPECT_TRUE(out.mid(threshold).contains(QStringLiteral("point Density components: 1 range: [0, 34.5]")))
+      << out.toStdString();
+
+  QProcess missing;
+  missing.setProcessEnvironment(environment);
+  missing.start(k_Viewer, {QStringLiteral("--list"), k_Image, QStringLiteral("--threshold"),
+                           QStringLiteral("Nope:0:1")});
+  ASSERT_TRUE(missing.waitForFinished(60000));
+  EXPECT_NE(missing.exitCode(), 0);
+  EXPECT_TRUE(
+      QString::fromLocal8Bit(missing.readAllStandardError()).contains(QStringLiteral("no array 'Nope'")));
+}
 } // namespace
