@@ -1,5 +1,6 @@
 #include "app/ViewerApplication.h"
 
+#include "app/ViewerFilterSteps.h"
 #include "app/ViewerMainWidget.h"
 #include "app/ViewerMainWindow.h"
 #include "main/VXInfoWidget.h"
@@ -160,6 +161,12 @@ int ViewerApplication::run(int argc, char** argv)
       QStringLiteral("file"));
   parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption, viewOption, colorByOption,
                      presetOption, stateOption, saveStateOption});
+  // The filter options are read again in their order by ViewerFilterSteps; here they are only known.
+  for (const QString& option : ViewerFilterSteps::OptionNames())
+  {
+    parser.addOption(QCommandLineOption(option.mid(2), QStringLiteral("A visual filter (see --help)."),
+                                        QStringLiteral("value")));
+  }
   parser.addPositionalArgument(QStringLiteral("files"), QStringLiteral("Files to open."),
                                QStringLiteral("[FILE...]"));
   parser.process(app);
@@ -194,8 +201,17 @@ int ViewerApplication::run(int argc, char** argv)
     // bus Qt's accessibility bridge would have libdbus start dbus-launch on the first widget text.
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
   }
+  ViewerFilterSteps filterSteps;
+  QString filterError;
+  if (!filterSteps.parse(app.arguments().mid(1), &filterError))
+  {
+    err << "kestrix-viewer: " << filterError << '\n';
+    return 2;
+  }
+
   ViewerMainWindow window;
   window.setDataViewChoice(choice);
+  window.setFilterSteps(filterSteps);
   const QStringList files = parser.positionalArguments();
   if (parser.isSet(screenshotOption) || parser.isSet(saveStateOption))
   {

@@ -1,11 +1,13 @@
 #include "app/ViewerCommandLine.h"
 
 #include "app/ViewerDataViewChoice.h"
+#include "app/ViewerFilterSteps.h"
 #include "app/ViewerTableExport.h"
 #include "app/ViewerTreePrinter.h"
 
 #include "data_bridge/ZRVtkDatasetWriters.h"
 #include "data_bridge/zr_contract/KestrixReaderLoader.h"
+#include "filters/VXFilter.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
@@ -210,6 +212,26 @@ QString ViewerCommandLine::usage()
       "--screenshot grains.png\n"
       "  --size WxH               size of the screenshot in pixels (default 800x600)\n"
       "                             kestrix-viewer part.stl --screenshot part.png --size 1280x800\n"
+      "  --clip-plane OX,OY,OZ,NX,NY,NZ\n"
+      "                           clip every data source with a plane, keeping the side its normal\n"
+      "                           points to\n"
+      "                             kestrix-viewer grains.kestrix --clip-plane 10,0,0,1,0,0\n"
+      "  --clip-box XMIN,XMAX,YMIN,YMAX,ZMIN,ZMAX\n"
+      "                           clip every data source with a box, keeping what is inside it\n"
+      "                             kestrix-viewer grains.kestrix --clip-box 0,50,0,50,0,20\n"
+      "  --slice OX,OY,OZ,NX,NY,NZ\n"
+      "                           cut every data source with a plane\n"
+      "                             kestrix-viewer grains.kestrix --slice 0,0,12,0,0,1\n"
+      "  --threshold ARRAY[:COMPONENT]:MIN:MAX\n"
+      "                           keep the cells whose value lies in [MIN, MAX]\n"
+      "                             kestrix-viewer grains.kestrix --threshold Phases:2:2\n"
+      "  --resample PX,PY,PZ      coarsen image data to the percentages of cells per axis\n"
+      "                             kestrix-viewer grains.kestrix --resample 50,50,50\n"
+      "  --decimate NX,NY,NZ      decimate the surface into NX x NY x NZ bins\n"
+      "                             kestrix-viewer part.stl --decimate 40,40,40\n"
+      "                           Filter options run in the order given, each on the output of the one\n"
+      "                           before; the last output gets the data view (--view)\n"
+      "                           With --list, each filter's output is printed under its data source\n"
       "  --theme light|dark       colour theme of the window (default light)\n"
       "                             kestrix-viewer --theme dark grains.kestrix\n"
       "  --verbose                also print the rendering toolkit's own messages to standard error\n"
@@ -280,7 +302,14 @@ int ViewerCommandLine::run(const QStringList& arguments)
   }
   if (arguments.size() >= 2 && arguments.front() == k_List)
   {
-    return list(arguments.mid(1));
+    ViewerFilterSteps steps;
+    QString error;
+    if (!steps.parse(arguments.mid(1), &error))
+    {
+      errorStream() << "kestrix-viewer: " << error << '\n';
+      return 2;
+    }
+    return list(ViewerFilterSteps::WithoutFilterOptions(arguments.mid(1)), steps);
   }
   if (arguments.size() >= 3 && arguments.front() == k_Convert)
   {
@@ -290,7 +319,7 @@ int ViewerCommandLine::run(const QStringList& arguments)
   return 2;
 }
 
-int ViewerCommandLine::list(const QStringList& files)
+int ViewerCommandLine::list(const QStringList& files, const ViewerFilterSteps& steps)
 {
   ViewerDataViewChoice::UseViewerDefaults(); // the default views a window would show
   QTextStream out(stdout);
@@ -311,6 +340,28 @@ int ViewerCommandLine::list(const QStringList& files)
     }
     flushPopup(lastPopup);
     printer.print(*bridge);
+    for (VXDataSource* source : bridge->dataSources())
+    {
+      if (steps.isEmpty() || source->getOutput() == nullptr)
+      {
+        continue;
+      }
+      QString error;
+      const QList<VXFilter*> chain = steps.runWithoutView(source, &error);
+      if (chain.isEmpty())
+      {
+        fail(file, error);
+        ++failures;
+        continue;
+      }
+      for (int depth = 0; depth < chain.size(); ++depth)
+      {
+        vtkAlgorithmOutput* port = chain[depth]->outputPort();
+        printer.printFilterOutput(chain[depth]->name(),
+                                  vtkDataSet::SafeDownCast(port->GetProducer()->GetOutputDataObject(0)),
+                                  depth + 1);
+      }
+    }
   }
   return failures == 0 ? 0 : 1;
 }

@@ -2,6 +2,8 @@
 
 #include <QStringList>
 
+class ViewerFilterSteps;
+
 /**
  * The viewer's scriptable modes, which need no window (--help lists every mode and option):
  *   kestrix-viewer --list FILE...                       prints the pipeline tree each file imports to
@@ -23,6 +25,6 @@ public:
   static int refuseWithoutDisplay();
 
 private:
-  static int list(const QStringList& files);
+  static int list(const QStringList& files, const ViewerFilterSteps& steps);
   static int convert(const QStringList& arguments);
 };

@@ -25,6 +25,8 @@ public:
   bool setView(const QString& name, QString* error);
   bool setColorBy(const QString& text, QString* error);
   bool setPreset(const QString& name, QString* error);
+  /** @brief The kind of view asked for; None when --view was not given. */
+  int viewType() const { return m_Type; }
 
   /** @brief Makes the chosen kind the default data view of every kind of geometry. */
   void applyDefaults() const;

@@ -271,6 +271,11 @@ bool ViewerMainWindow::openFile(const QString& path)
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
     return false;
   }
+  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError))
+  {
+    appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
+    return false;
+  }
   if (VXAbstractViewWidget* active = grid()->activeView())
   {
     active->resetCamera();

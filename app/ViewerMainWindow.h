@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/ViewerDataViewChoice.h"
+#include "app/ViewerFilterSteps.h"
 
 #include <QImage>
 #include <QMainWindow>
@@ -41,6 +42,8 @@ public:
 
   /** @brief The data view, colouring and colour map every file opened from now on gets. */
   void setDataViewChoice(const ViewerDataViewChoice& choice);
+  // Filters that every file opened from now on gets under each of its data sources.
+  void setFilterSteps(const ViewerFilterSteps& steps) { m_FilterSteps = steps; }
 
   /**
    * @brief Imports one data file, or loads a state file (by its suffix); false when a data file gave
@@ -88,6 +91,7 @@ private:
   void saveWindowGeometry() const;
 
   ViewerDataViewChoice m_DataViewChoice;
+  ViewerFilterSteps m_FilterSteps;
   ViewerMainWidget* m_MainWidget = nullptr;
   QPlainTextEdit* m_OutputPane = nullptr;
   QMenu* m_RecentMenu = nullptr;

@@ -59,7 +59,22 @@ void ViewerTreePrinter::printDataSource(VXDataSource& dataSource)
   printArrays(dataSet->GetCellData(), QStringLiteral("cell"));
 }
 
-void ViewerTreePrinter::printArrays(vtkDataSetAttributes* attributes, const QString& association)
+void ViewerTreePrinter::printFilterOutput(const QString& name, vtkDataSet* dataSet, int depth)
+{
+  m_Out << k_Indent.repeated(depth + 1) << name;
+  if (dataSet == nullptr)
+  {
+    m_Out << " [no output]\n";
+    return;
+  }
+  m_Out << " [" << dataSet->GetClassName() << "] points: " << dataSet->GetNumberOfPoints()
+        << " cells: " << dataSet->GetNumberOfCells() << '\n';
+  printArrays(dataSet->GetPointData(), QStringLiteral("point"), depth + 2);
+  printArrays(dataSet->GetCellData(), QStringLiteral("cell"), depth + 2);
+  m_Out.flush();
+}
+
+void ViewerTreePrinter::printArrays(vtkDataSetAttributes* attributes, const QString& association, int depth)
 {
   for (int i = 0; i < attributes->GetNumberOfArrays(); ++i)
   {
@@ -69,7 +84,7 @@ void ViewerTreePrinter::printArrays(vtkDataSetAttributes* attributes, const QStr
       continue;
     }
     const int numComponents = array->GetNumberOfComponents();
-    m_Out << k_Indent << k_Indent << association << ' ' << (array->GetName() ? array->GetName() : "")
+    m_Out << k_Indent.repeated(depth) << association << ' ' << (array->GetName() ? array->GetName() : "")
           << " components: " << numComponents << " range:";
     for (int comp = 0; comp < numComponents; ++comp)
     {

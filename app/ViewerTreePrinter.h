@@ -5,6 +5,7 @@
 
 class VXBridgeObject;
 class VXDataSource;
+class vtkDataSet;
 class vtkDataSetAttributes;
 
 /**
@@ -18,10 +19,12 @@ public:
   explicit ViewerTreePrinter(QTextStream& out);
 
   void print(const VXBridgeObject& bridge);
+  /** @brief One filter's output under its data source, indented by its depth in the chain (from 1). */
+  void printFilterOutput(const QString& name, vtkDataSet* dataSet, int depth);
 
 private:
   void printDataSource(VXDataSource& dataSource);
-  void printArrays(vtkDataSetAttributes* attributes, const QString& association);
+  void printArrays(vtkDataSetAttributes* attributes, const QString& association, int depth = 2);
 
   QTextStream& m_Out;
 };

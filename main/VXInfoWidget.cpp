@@ -2,6 +2,8 @@
 #include "ui_VXInfoWidget.h"
 
 #include "data_views/VXRepresentationPimpl.h"
+#include "filters/VXFilter.h"
+#include "filters/VXFilterFactory.h"
 #include "main/VXTreeStateLoader.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/VXBridgeObject.h"
@@ -94,6 +96,7 @@ void VXInfoWidget::buildLayout()
   m_Ui->setupUi(this);
   m_SearchField = m_Ui->pipelineSearchField;
   m_AddViewButton = m_Ui->addDataViewButton;
+  m_AddFilterButton = m_Ui->addFilterButton;
   m_RemoveButton = m_Ui->removeItemButton;
   m_TreeView = m_Ui->pipelineTreeView;
   m_SettingsArea = m_Ui->itemSettingsArea;
@@ -109,6 +112,14 @@ void VXInfoWidget::buildLayout()
     connect(action, &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
   }
   m_AddViewButton->setMenu(addMenu);
+  m_AddFilterButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("VXFClip")));
+  auto* filterMenu = new QMenu(m_AddFilterButton);
+  for (const QString& filterType : VXFilterFactory::TypeNames())
+  {
+    QAction* action = filterMenu->addAction(VXFilterFactory::HumanName(filterType));
+    connect(action, &QAction::triggered, this, [this, filterType]() { addFilterToSelection(filterType); });
+  }
+  m_AddFilterButton->setMenu(filterMenu);
   m_RemoveButton->setIcon(ZRStyle::generateThemeIconFromName(QStringLiteral("Close")));
   connect(m_RemoveButton, &QToolButton::clicked, this, &VXInfoWidget::removeSelectedItem);
 
@@ -203,6 +214,7 @@ void VXInfoWidget::updateToolbarState()
 {
   const QModelIndex index = selectedIndex();
   m_AddViewButton->setEnabled(m_Model && m_Model->canAddRepresentation(index));
+  m_AddFilterButton->setEnabled(m_Model && m_Model->canAddFilter(index));
   m_RemoveButton->setEnabled(m_Model && index.isValid());
 }
 
@@ -339,6 +351,31 @@ void VXInfoWidget::fillPresetMenu(QMenu* menu, const QModelIndex& index)
   }
 }
 
+void VXInfoWidget::addFilterToSelection(const QString& filterType)
+{
+  const QModelIndex index = selectedIndex();
+  if (!m_Model || !m_Model->canAddFilter(index))
+  {
+    Q_EMIT sendOutputMessage(QStringLiteral(
+        "Select a data source or visual filter in the pipeline tree to add a visual filter to it"));
+    return;
+  }
+  VXFilter* filter = VXFilterFactory::Create(filterType);
+  if (filter == nullptr)
+  {
+    return;
+  }
+  if (!m_Model->addFilter(index, filter))
+  {
+    delete filter;
+    Q_EMIT sendOutputMessage(
+        QStringLiteral("Cannot add the visual filter because no render window is active"));
+    return;
+  }
+  // The new filter's settings show at once, with its Apply button.
+  selectIndex(m_Model->filterIndex(filter));
+}
+
 void VXInfoWidget::showContextMenu(const QPoint& position)
 {
   QMenu menu(this);
@@ -354,6 +391,16 @@ void VXInfoWidget::showContextMenu(const QPoint& position)
       {
         connect(add->addAction(VXRepresentation::k_RepresentationTypeToString.value(type)),
                 &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
+      }
+      menu.addSeparator();
+    }
+    if (m_Model->canAddFilter(index))
+    {
+      QMenu* addFilter = menu.addMenu(QStringLiteral("Add Visual Filter"));
+      for (const QString& filterType : VXFilterFactory::TypeNames())
+      {
+        connect(addFilter->addAction(VXFilterFactory::HumanName(filterType)), &QAction::triggered, this,
+                [this, filterType]() { addFilterToSelection(filterType); });
       }
       menu.addSeparator();
     }

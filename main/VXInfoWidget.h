@@ -78,6 +78,8 @@ public:
 public Q_SLOTS:
   void onActiveViewChanged(VXAbstractViewWidget* view);
   void addRepresentationToSelection(VXRepresentation::Type type);
+  // Adds a filter of the type name ("VXFClip", ...) under the selected data source or filter.
+  void addFilterToSelection(const QString& filterType);
   void removeSelectedItem();
   void renameSelectedItem();
   void reloadSelectedItem();
@@ -115,6 +117,7 @@ private:
   VXRenderTreeView* m_TreeView = nullptr;
   QLineEdit* m_SearchField = nullptr;
   QToolButton* m_AddViewButton = nullptr;
+  QToolButton* m_AddFilterButton = nullptr;
   QToolButton* m_RemoveButton = nullptr;
   QWidget* m_SettingsArea = nullptr;
   QVBoxLayout* m_SettingsLayout = nullptr;

@@ -1,5 +1,7 @@
 #include "main/VXTreeStateLoader.h"
 
+#include "filters/VXFilter.h"
+#include "filters/VXFilterFactory.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
@@ -208,7 +210,7 @@ bool VXTreeStateLoader::loadRecord(const nlohmann::json& record, const QModelInd
     ok = loadDataSource(itemType, itemData, parent, created);
     break;
   case ItemCategory::Filter:
-    ok = loadFilterHelper(itemType, parent);
+    ok = loadFilterHelper(itemType, itemData, parent, created);
     break;
   case ItemCategory::Representation:
     ok = loadRepresentationHelper(itemType, itemData, parent, created);
@@ -312,7 +314,8 @@ bool VXTreeStateLoader::loadDataSource(const QString& itemType, const nlohmann::
   return true;
 }
 
-bool VXTreeStateLoader::loadFilterHelper(const QString& itemType, const QModelIndex& parent)
+bool VXTreeStateLoader::loadFilterHelper(const QString& itemType, const nlohmann::json& itemData,
+                                         const QModelIndex& parent, QModelIndex& created)
 {
   if (m_Model->isRepresentation(parent))
   {
@@ -322,9 +325,29 @@ bool VXTreeStateLoader::loadFilterHelper(const QString& itemType, const QModelIn
              .arg(itemType));
     return false;
   }
-  fail(
-      QStringLiteral("Error reading state file; visual filters of type %1 are not available and are left out")
-          .arg(itemType));
+  VXFilter* filter = VXFilterFactory::Create(itemType);
+  if (filter == nullptr)
+  {
+    fail(QStringLiteral(
+             "Error reading state file; visual filters of type %1 are not available and are left out")
+             .arg(itemType));
+    return true;
+  }
+  if (!m_Model->addFilter(parent, filter))
+  {
+    delete filter;
+    fail(QStringLiteral(
+             "Error reading state file; cannot add the filter %1 because no render window is active")
+             .arg(itemType));
+    return false;
+  }
+  filter->read(itemData, m_ViewIndexes);
+  // A filter that had been applied runs again, so that its data views meet its output.
+  if (!filter->shouldAddRep())
+  {
+    filter->applyFilter();
+  }
+  created = m_Model->filterIndex(filter);
   return true;
 }
 

@@ -54,7 +54,8 @@ private:
   bool loadBridge(const QString& itemType, const nlohmann::json& itemData, QModelIndex& created);
   bool loadDataSource(const QString& itemType, const nlohmann::json& itemData, const QModelIndex& parent,
                       QModelIndex& created);
-  bool loadFilterHelper(const QString& itemType, const QModelIndex& parent);
+  bool loadFilterHelper(const QString& itemType, const nlohmann::json& itemData, const QModelIndex& parent,
+                        QModelIndex& created);
   bool loadRepresentationHelper(const QString& itemType, const nlohmann::json& itemData,
                                 const QModelIndex& parent, QModelIndex& created);
   bool loadGlobalSourceHelper(const QString& itemType);

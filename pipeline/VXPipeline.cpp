@@ -1,5 +1,6 @@
 #include "pipeline/VXPipeline.h"
 
+#include "filters/VXFilter.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipelineModel.h"
@@ -298,5 +299,28 @@ bool VXPipeline::addLoadedRepresentation(VXCoreObject* parent, VXRepresentation*
   connect(this, &VXPipeline::pipelineOutputReloaded, representation,
           &VXCoreObject::receivePipelineOutputReloaded);
   Q_EMIT representationAdded(representation);
+  return true;
+}
+
+bool VXPipeline::addFilter(VXCoreObject* parent, VXFilter* filter)
+{
+  if (parent == nullptr || filter == nullptr || m_ActiveView.isNull())
+  {
+    return false;
+  }
+  filter->setParent(parent);
+  filter->setPipeline(this);
+  if (filter->inputPort() == nullptr)
+  {
+    filter->setInputPort(parent->outputPort());
+  }
+  if (filter->viewWidgets().isEmpty())
+  {
+    filter->addViewWidget(m_ActiveView);
+    filter->setupFilter();
+  }
+  connect(filter, &VXCoreObject::requestRenderAll, this, &VXPipeline::requestRenderAll);
+  connect(this, &VXPipeline::pipelineOutputReloaded, filter, &VXCoreObject::receivePipelineOutputReloaded);
+  Q_EMIT filterAdded(filter);
   return true;
 }

@@ -50,6 +50,8 @@ public:
   bool addRepresentation(VXCoreObject* parent, VXRepresentation* representation);
   bool addRepresentation(VXCoreObject* parent, VXRepresentation::Type type);
   bool addLoadedRepresentation(VXCoreObject* parent, VXRepresentation* representation);
+  // Hangs the filter under the parent, fed by the parent's output; it runs on its first Apply.
+  bool addFilter(VXCoreObject* parent, VXFilter* filter);
   void setActiveViewWidget(VXAbstractViewWidget* view);
   VXAbstractViewWidget* activeViewWidget() const;
   void connectVXBridgeObject(const VXBridgeObject* bridge);

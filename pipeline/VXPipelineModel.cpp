@@ -1,6 +1,7 @@
 #include "pipeline/VXPipelineModel.h"
 
 #include "data_views/VXRepresentationPimpl.h"
+#include "filters/VXFilter.h"
 #include "main/VXInfoWidget.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/VXBridgeObject.h"
@@ -218,6 +219,7 @@ VXPipelineModel::VXPipelineModel(VXPipeline* pipeline, VXInfoWidget* infoWidget,
   }
   connect(m_Pipeline, &VXPipeline::pipelineBridgeAdded, this, &VXPipelineModel::pipelineBridgeAdded);
   connect(m_Pipeline, &VXPipeline::dataSourceAdded, this, &VXPipelineModel::dataSourceAdded);
+  connect(m_Pipeline, &VXPipeline::filterAdded, this, &VXPipelineModel::filterAdded);
   connect(m_Pipeline, &VXPipeline::representationAdded, this, &VXPipelineModel::representationAdded);
   connect(m_Pipeline, &VXPipeline::removeDataSource, this, &VXPipelineModel::removeDataSource);
   connect(m_Pipeline, &VXPipeline::removeModule, this,
@@ -521,6 +523,11 @@ VXRepresentation* VXPipelineModel::getRepresentation(const QModelIndex& index) c
   return isRepresentation(index) ? qobject_cast<VXRepresentation*>(getCoreObject(index)) : nullptr;
 }
 
+VXFilter* VXPipelineModel::getFilter(const QModelIndex& index) const
+{
+  return isFilter(index) ? qobject_cast<VXFilter*>(getCoreObject(index)) : nullptr;
+}
+
 VXDataSource* VXPipelineModel::getDataSource(const QModelIndex& index) const
 {
   return isDataSource(index) ? qobject_cast<VXDataSource*>(getCoreObject(index)) : nullptr;
@@ -571,6 +578,11 @@ QModelIndex VXPipelineModel::representationIndex(VXRepresentation* representatio
 QModelIndex VXPipelineModel::dataSourceIndex(VXDataSource* dataSource) const
 {
   return helperIndex(dataSource);
+}
+
+QModelIndex VXPipelineModel::filterIndex(VXFilter* filter) const
+{
+  return helperIndex(filter);
 }
 
 QModelIndex VXPipelineModel::coreObjectIndex(VXCoreObject* coreObject) const
@@ -686,6 +698,15 @@ bool VXPipelineModel::loadRepresentation(const QModelIndex& index, VXRepresentat
     return false;
   }
   return m_Pipeline->addLoadedRepresentation(getCoreObject(index), representation);
+}
+
+bool VXPipelineModel::addFilter(const QModelIndex& index, VXFilter* filter)
+{
+  if (m_Pipeline == nullptr || filter == nullptr || !canAddFilter(index))
+  {
+    return false;
+  }
+  return m_Pipeline->addFilter(getCoreObject(index), filter);
 }
 
 void VXPipelineModel::showInfoWidget(const QModelIndex& index)
@@ -818,11 +839,31 @@ void VXPipelineModel::dataSourceAdded(VXDataSource* dataSource)
   appendCoreObjectRow(dataSource, TreeItem::DataSource);
 }
 
+void VXPipelineModel::filterAdded(VXFilter* filter)
+{
+  if (filter == nullptr)
+  {
+    return;
+  }
+  if (filter->getNameSuffixCounter() == 0 && filter->baseName() == filter->defaultName())
+  {
+    QList<VXCoreObject*> others = getAllFilters();
+    others.removeAll(filter);
+    filter->setNameSuffixCounter(GetNameSuffixCounter(others, filter->baseName()));
+  }
+  appendCoreObjectRow(filter, TreeItem::Filter);
+}
+
 void VXPipelineModel::representationAdded(VXRepresentation* vxRepresentation)
 {
   if (vxRepresentation == nullptr)
   {
     return;
+  }
+  // A filter's first Apply adds a data view; later ones only rerun it.
+  if (auto* filter = qobject_cast<VXFilter*>(vxRepresentation->parent()))
+  {
+    filter->setShouldAddRep(false);
   }
   if (vxRepresentation->getNameSuffixCounter() == 0 &&
       vxRepresentation->baseName() == vxRepresentation->defaultName())
@@ -969,7 +1010,16 @@ void VXPipelineModel::removeLeafItem(VXCoreObject* coreObject)
   {
     removeItem(itemIndex(item->child(item->childCount() - 1), 0));
   }
+  TreeItem* parentItem = item->parent();
   removeTreeItem(item);
+  // A filter that lost its last data view gets a new one on its next Apply.
+  if (auto* filter = qobject_cast<VXFilter*>(parentItem != nullptr ? parentItem->coreObject() : nullptr))
+  {
+    if (qobject_cast<VXRepresentation*>(coreObject) != nullptr && parentItem->numChildRepresentations() == 0)
+    {
+      filter->setShouldAddRep(true);
+    }
+  }
   if (auto* representation = qobject_cast<VXRepresentation*>(coreObject))
   {
     // Its props leave the windows now; the object itself goes once control is back in the event loop.

@@ -132,6 +132,7 @@ public:
   VXBridgeObject* getPipelineObject(const QModelIndex& index) const;
   VXCoreObject* getCoreObject(const QModelIndex& index) const;
   VXRepresentation* getRepresentation(const QModelIndex& index) const;
+  VXFilter* getFilter(const QModelIndex& index) const;
   VXDataSource* getDataSource(const QModelIndex& index) const;
   QList<VXDataSource*> getChildDataSources(const QModelIndex& index) const;
 
@@ -140,6 +141,7 @@ public:
   QModelIndex pipelineIndex(VXBridgeObject* bridge) const;
   QModelIndex representationIndex(VXRepresentation* representation) const;
   QModelIndex dataSourceIndex(VXDataSource* dataSource) const;
+  QModelIndex filterIndex(VXFilter* filter) const;
   QModelIndex coreObjectIndex(VXCoreObject* coreObject) const;
   QModelIndex helperIndex(const QObject* object, int column = VisibilityColumn) const;
 
@@ -157,6 +159,8 @@ public:
   void addBridgeObject(VXBridgeObject* bridge);
   bool addRepresentation(const QModelIndex& index, VXRepresentation::Type type);
   bool loadRepresentation(const QModelIndex& index, VXRepresentation* representation);
+  // Adds the filter under the data source or filter of the row; the model takes the row from filterAdded.
+  bool addFilter(const QModelIndex& index, VXFilter* filter);
   void linkLoadedRepresentations();
   // Asks the panel to select the row, which shows its settings.
   void showInfoWidget(const QModelIndex& index);
@@ -196,6 +200,7 @@ public:
 public Q_SLOTS:
   void pipelineBridgeAdded(VXBridgeObject* pipelineBridge);
   void dataSourceAdded(VXDataSource* dataSource);
+  void filterAdded(VXFilter* filter);
   void representationAdded(VXRepresentation* vxRepresentation);
   void removePipeline(VXBridgeObject* bridge);
   void removeLeafItem(VXCoreObject* coreObject);

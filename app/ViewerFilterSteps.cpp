@@ -1,0 +1,369 @@
+#include "app/ViewerFilterSteps.h"
+
+#include "data_views/VXRepresentation.h"
+#include "filters/VXBox.h"
+#include "filters/VXFClip.h"
+#include "filters/VXFImageResample.h"
+#include "filters/VXFQuadricClustering.h"
+#include "filters/VXFSlice.h"
+#include "filters/VXFThreshold.h"
+#include "filters/VXPlane.h"
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXDataSource.h"
+#include "pipeline/VXPipeline.h"
+
+#include <cmath>
+
+namespace
+{
+const QString k_ClipPlane = QStringLiteral("--clip-plane");
+const QString k_ClipBox = QStringLiteral("--clip-box");
+const QString k_Slice = QStringLiteral("--slice");
+const QString k_Threshold = QStringLiteral("--threshold");
+const QString k_Resample = QStringLiteral("--resample");
+const QString k_Decimate = QStringLiteral("--decimate");
+
+bool parseNumbers(const QString& text, int count, std::array<double, 6>& values)
+{
+  const QStringList parts = text.split(QLatin1Char(','));
+  if (parts.size() != count)
+  {
+    return false;
+  }
+  for (int i = 0; i < count; ++i)
+  {
+    bool ok = false;
+    values[static_cast<size_t>(i)] = parts[i].trimmed().toDouble(&ok);
+    if (!ok)
+    {
+      return false;
+    }
+  }
+  return true;
+}
+} // namespace
+
+QStringList ViewerFilterSteps::OptionNames()
+{
+  return {k_ClipPlane, k_ClipBox, k_Slice, k_Threshold, k_Resample, k_Decimate};
+}
+
+bool ViewerFilterSteps::parse(const QStringList& arguments, QString* error)
+{
+  m_Steps.clear();
+  for (int i = 0; i < arguments.size(); ++i)
+  {
+    QString option = arguments[i];
+    QString value;
+    const int equals = option.indexOf(QLatin1Char('='));
+    if (option.startsWith(QStringLiteral("--")) && equals > 0)
+    {
+      value = option.mid(equals + 1);
+      option = option.left(equals);
+      if (!OptionNames().contains(option))
+      {
+        continue;
+      }
+    }
+    else if (OptionNames().contains(option))
+    {
+      if (i + 1 >= arguments.size())
+      {
+        *error = QStringLiteral("%1 needs a value").arg(option);
+        return false;
+      }
+      value = arguments[++i];
+    }
+    else
+    {
+      continue;
+    }
+    if (!parseStep(option, value, error))
+    {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool ViewerFilterSteps::parseStep(const QString& option, const QString& value, QString* error)
+{
+  Step step;
+  if (option == k_ClipPlane || option == k_Slice)
+  {
+    step.kind = option == k_Slice ? Kind::Slice : Kind::ClipPlane;
+    if (!parseNumbers(value, 6, step.values) ||
+        (step.values[3] == 0.0 && step.values[4] == 0.0 && step.values[5] == 0.0))
+    {
+      *error = QStringLiteral("%1 takes OX,OY,OZ,NX,NY,NZ with a normal that is not zero, not '%2'")
+                   .arg(option, value);
+      return false;
+    }
+  }
+  else if (option == k_Resample || option == k_Decimate)
+  {
+    step.kind = option == k_Resample ? Kind::Resample : Kind::Decimate;
+    const bool numbers = parseNumbers(value, 3, step.values);
+    const bool valid = numbers && step.values[0] > 0.0 && step.values[1] > 0.0 && step.values[2] > 0.0 &&
+                       (step.kind == Kind::Resample || (step.values[0] == std::floor(step.values[0]) &&
+                                                        step.values[1] == std::floor(step.values[1]) &&
+                                                        step.values[2] == std::floor(step.values[2])));
+    if (!valid)
+    {
+      *error =
+          step.kind == Kind::Resample
+              ? QStringLiteral("--resample takes three percentages above 0, PX,PY,PZ, not '%1'").arg(value)
+              : QStringLiteral("--decimate takes three whole numbers of bins above 0, NX,NY,NZ, not '%1'")
+                    .arg(value);
+      return false;
+    }
+  }
+  else if (option == k_ClipBox)
+  {
+    step.kind = Kind::ClipBox;
+    if (!parseNumbers(value, 6, step.values) || step.values[0] > step.values[1] ||
+        step.values[2] > step.values[3] || step.values[4] > step.values[5])
+    {
+      *error = QStringLiteral("--clip-box takes XMIN,XMAX,YMIN,YMAX,ZMIN,ZMAX, not '%1'").arg(value);
+      return false;
+    }
+  }
+  else
+  {
+    step.kind = Kind::Threshold;
+    // The array name may hold colons itself: the range is always the last two fields.
+    QStringList parts = value.split(QLatin1Char(':'));
+    bool minOk = false;
+    bool maxOk = false;
+    if (parts.size() >= 3)
+    {
+      step.values[1] = parts.takeLast().toDouble(&maxOk);
+      step.values[0] = parts.takeLast().toDouble(&minOk);
+    }
+    if (!minOk || !maxOk || step.values[0] > step.values[1])
+    {
+      *error = QStringLiteral("--threshold takes ARRAY[:COMPONENT]:MIN:MAX, not '%1'").arg(value);
+      return false;
+    }
+    bool componentOk = false;
+    const int component = parts.size() > 1 ? parts.last().toInt(&componentOk) : 0;
+    if (componentOk && component >= 0)
+    {
+      parts.removeLast();
+      step.component = component;
+    }
+    step.array = parts.join(QLatin1Char(':'));
+    if (step.array.isEmpty())
+    {
+      *error = QStringLiteral("--threshold takes ARRAY[:COMPONENT]:MIN:MAX, not '%1'").arg(value);
+      return false;
+    }
+  }
+  m_Steps.push_back(step);
+  return true;
+}
+
+VXFilter* ViewerFilterSteps::makeFilter(const Step& step)
+{
+  VXFilter* filter = nullptr;
+  if (step.kind == Kind::Slice)
+  {
+    filter = new VXFSlice();
+  }
+  else if (step.kind == Kind::Threshold)
+  {
+    filter = new VXFThreshold();
+  }
+  else if (step.kind == Kind::Resample)
+  {
+    filter = new VXFImageResample();
+  }
+  else if (step.kind == Kind::Decimate)
+  {
+    filter = new VXFQuadricClustering();
+  }
+  else
+  {
+    filter = new VXFClip();
+  }
+  return filter;
+}
+
+bool ViewerFilterSteps::configure(VXFilter* filter, const Step& step, const QString& sourceName,
+                                  QString* error)
+{
+  if (auto* clip = qobject_cast<VXFClip*>(filter))
+  {
+    if (step.kind == Kind::ClipBox)
+    {
+      // The box placed on the data (a quarter larger than its bounds) is moved and scaled onto the
+      // asked bounds.
+      const std::array<double, 6> placed = clip->box()->bounds();
+      std::array<double, 3> scale{};
+      std::array<double, 3> translation{};
+      for (int axis = 0; axis < 3; ++axis)
+      {
+        const double centre = (placed[2 * axis] + placed[2 * axis + 1]) / 2.0;
+        const double placedExtent = 1.25 * (placed[2 * axis + 1] - placed[2 * axis]);
+        const double placedLow = centre - placedExtent / 2.0;
+        scale[axis] =
+            placedExtent > 0.0 ? (step.values[2 * axis + 1] - step.values[2 * axis]) / placedExtent : 1.0;
+        translation[axis] = step.values[2 * axis] - scale[axis] * placedLow;
+      }
+      clip->setClipType(VXFClip::Box);
+      clip->box()->setValues(translation, {0.0, 0.0, 0.0}, scale);
+      clip->setInverted(true); // keeps what is inside the box
+    }
+    else
+    {
+      clip->setClipType(VXFClip::Plane);
+      clip->plane()->setValues({step.values[0], step.values[1], step.values[2]},
+                               {step.values[3], step.values[4], step.values[5]});
+      clip->setInverted(false); // keeps the side the normal points to
+    }
+  }
+  else if (auto* slice = qobject_cast<VXFSlice*>(filter))
+  {
+    slice->plane()->setValues({step.values[0], step.values[1], step.values[2]},
+                              {step.values[3], step.values[4], step.values[5]});
+  }
+  else if (auto* resample = qobject_cast<VXFImageResample*>(filter))
+  {
+    // Set after addFilter, so that the command line wins over the user's stored defaults.
+    resample->setResampleDimensions({step.values[0], step.values[1], step.values[2]});
+  }
+  else if (auto* clustering = qobject_cast<VXFQuadricClustering*>(filter))
+  {
+    clustering->setNumberOfDimensions({static_cast<int>(step.values[0]), static_cast<int>(step.values[1]),
+                                       static_cast<int>(step.values[2])});
+  }
+  else if (auto* threshold = qobject_cast<VXFThreshold*>(filter))
+  {
+    const auto& infos = threshold->getDataArrayNameInfos();
+    size_t found = infos.size();
+    QStringList names;
+    for (size_t i = 0; i < infos.size(); ++i)
+    {
+      if (!names.contains(infos[i].dataSetName))
+      {
+        names.append(infos[i].dataSetName);
+      }
+      if (found == infos.size() && infos[i].dataSetName == step.array && infos[i].component == step.component)
+      {
+        found = i;
+      }
+    }
+    if (found == infos.size())
+    {
+      *error = QStringLiteral("--threshold: %1 has no array '%2' with component %3; arrays: %4")
+                   .arg(sourceName, step.array)
+                   .arg(step.component)
+                   .arg(names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", ")));
+      return false;
+    }
+    threshold->setActiveArrayInfoIndex(found);
+    VXFThreshold::DataArrayNameInfo info = threshold->getActiveArrayInfo();
+    info.userRange = {step.values[0], step.values[1]};
+    threshold->updateActiveArrayInfo(info);
+  }
+  // A picture of the result has no use for the tools.
+  if (auto* clip = qobject_cast<VXFClip*>(filter))
+  {
+    clip->setShowClipTool(false);
+  }
+  if (auto* slice = qobject_cast<VXFSlice*>(filter))
+  {
+    slice->setShowPlaneTool(false);
+  }
+  return true;
+}
+
+bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType,
+                                QString* error) const
+{
+  if (m_Steps.empty())
+  {
+    return true;
+  }
+  for (VXDataSource* source : bridge.dataSources())
+  {
+    if (source->getOutput() == nullptr)
+    {
+      continue;
+    }
+    // Only the last output is shown.
+    for (QObject* child : source->children())
+    {
+      if (auto* representation = qobject_cast<VXRepresentation*>(child))
+      {
+        representation->setVisibility(false);
+      }
+    }
+    VXCoreObject* parent = source;
+    for (size_t index = 0; index < m_Steps.size(); ++index)
+    {
+      VXFilter* filter = makeFilter(m_Steps[index]);
+      if (!pipeline->addFilter(parent, filter))
+      {
+        delete filter;
+        *error = QStringLiteral("cannot add the filters: no render window is active");
+        return false;
+      }
+      filter->setShouldAddRep(index + 1 == m_Steps.size());
+      if (viewType != VXRepresentation::None)
+      {
+        filter->setRepTypeToAdd(VXRepresentation::k_RepresentationTypeToString.value(
+            static_cast<VXRepresentation::Type>(viewType)));
+      }
+      if (!configure(filter, m_Steps[index], source->name(), error))
+      {
+        return false;
+      }
+      filter->applyFilter();
+      parent = filter;
+    }
+  }
+  return true;
+}
+
+QList<VXFilter*> ViewerFilterSteps::runWithoutView(VXDataSource* source, QString* error) const
+{
+  // No pipeline and no window: each filter only runs its algorithm, and the chain hangs under the source.
+  QList<VXFilter*> chain;
+  VXCoreObject* parent = source;
+  for (const Step& step : m_Steps)
+  {
+    VXFilter* filter = makeFilter(step);
+    filter->setParent(parent);
+    filter->setInputPort(parent->outputPort());
+    filter->setupFilter();
+    if (!configure(filter, step, source->name(), error))
+    {
+      return {};
+    }
+    filter->applyFilter();
+    chain.append(filter);
+    parent = filter;
+  }
+  return chain;
+}
+
+QStringList ViewerFilterSteps::WithoutFilterOptions(const QStringList& arguments)
+{
+  QStringList rest;
+  for (int i = 0; i < arguments.size(); ++i)
+  {
+    if (OptionNames().contains(arguments[i]))
+    {
+      ++i; // its value
+      continue;
+    }
+    const int equals = arguments[i].indexOf(QLatin1Char('='));
+    if (equals > 0 && OptionNames().contains(arguments[i].left(equals)))
+    {
+      continue;
+    }
+    rest.append(arguments[i]);
+  }
+  return rest;
+}
