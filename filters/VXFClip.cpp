@@ -2,6 +2,7 @@
 
 #include "filters/VXBox.h"
 #include "filters/VXFClipFilterWidget.h"
+#include "filters/VXFilterTriples.h"
 #include "filters/VXPlane.h"
 #include "platform/QtZRSettings.h"
 #include "views/VXAbstractViewWidget.h"
@@ -16,6 +17,8 @@
 
 #include <QVBoxLayout>
 
+using namespace VXFilterTriples;
+
 namespace
 {
 const QString k_ClipName = QStringLiteral("Clip Filter");
@@ -23,57 +26,11 @@ const QString k_ClipName = QStringLiteral("Clip Filter");
 constexpr const char* k_ClipType = "clip_type";
 constexpr const char* k_ShowClipTool = "show_clip_tool";
 constexpr const char* k_ClipInverted = "clip_inverted";
-constexpr const char* k_PlaneNormal[3] = {"clip_plane_normal_x", "clip_plane_normal_y",
-                                          "clip_plane_normal_z"};
-constexpr const char* k_PlaneOrigin[3] = {"clip_plane_origin_x", "clip_plane_origin_y",
-                                          "clip_plane_origin_z"};
 constexpr const char* k_BoxRotate[3] = {"clip_box_rotate_x", "clip_box_rotate_y", "clip_box_rotate_z"};
 constexpr const char* k_BoxTranslate[3] = {"clip_box_translate_x", "clip_box_translate_y",
                                            "clip_box_translate_z"};
 constexpr const char* k_BoxScale[3] = {"clip_box_scale_x", "clip_box_scale_y", "clip_box_scale_z"};
 
-void writeTriple(nlohmann::json& json, const char* const (&keys)[3], const std::array<double, 3>& values)
-{
-  for (int i = 0; i < 3; ++i)
-  {
-    json[keys[i]] = values[i];
-  }
-}
-
-// A missing key keeps the current value.
-std::array<double, 3> readTriple(const nlohmann::json& json, const char* const (&keys)[3],
-                                 std::array<double, 3> values)
-{
-  for (int i = 0; i < 3; ++i)
-  {
-    if (json.contains(keys[i]))
-    {
-      values[i] = json.at(keys[i]).get<double>();
-    }
-  }
-  return values;
-}
-
-void storeTriple(QtZRSettings& settings, const char* const (&keys)[3], const std::array<double, 3>& values)
-{
-  for (int i = 0; i < 3; ++i)
-  {
-    settings.setValue(QString::fromLatin1(keys[i]), values[i]);
-  }
-}
-
-std::array<double, 3> loadTriple(const QtZRSettings& settings, const char* const (&keys)[3],
-                                 std::array<double, 3> values)
-{
-  for (int i = 0; i < 3; ++i)
-  {
-    if (settings.contains(QString::fromLatin1(keys[i])))
-    {
-      values[i] = settings.value(QString::fromLatin1(keys[i])).toDouble();
-    }
-  }
-  return values;
-}
 } // namespace
 
 VXFClip::VXFClip(QObject* parent)
@@ -271,14 +228,14 @@ void VXFClip::write(nlohmann::json& json, const QMap<VXAbstractViewWidget*, int>
   json[k_ShowClipTool] = m_ShowClipTool;
   if (m_Box != nullptr)
   {
-    writeTriple(json, k_BoxTranslate, m_Box->getTranslation());
-    writeTriple(json, k_BoxRotate, m_Box->getRotation());
-    writeTriple(json, k_BoxScale, m_Box->getScale());
+    Write(json, k_BoxTranslate, m_Box->getTranslation());
+    Write(json, k_BoxRotate, m_Box->getRotation());
+    Write(json, k_BoxScale, m_Box->getScale());
   }
   if (m_Plane != nullptr)
   {
-    writeTriple(json, k_PlaneNormal, m_Plane->getNormal());
-    writeTriple(json, k_PlaneOrigin, m_Plane->getOrigin());
+    Write(json, k_PlaneNormal, m_Plane->getNormal());
+    Write(json, k_PlaneOrigin, m_Plane->getOrigin());
   }
 }
 
@@ -295,14 +252,14 @@ void VXFClip::read(const nlohmann::json& json, const QMap<VXAbstractViewWidget*,
   }
   if (m_Box != nullptr)
   {
-    m_Box->setValues(readTriple(json, k_BoxTranslate, m_Box->getTranslation()),
-                     readTriple(json, k_BoxRotate, m_Box->getRotation()),
-                     readTriple(json, k_BoxScale, m_Box->getScale()));
+    m_Box->setValues(Read(json, k_BoxTranslate, m_Box->getTranslation()),
+                     Read(json, k_BoxRotate, m_Box->getRotation()),
+                     Read(json, k_BoxScale, m_Box->getScale()));
   }
   if (m_Plane != nullptr)
   {
-    m_Plane->setValues(readTriple(json, k_PlaneOrigin, m_Plane->getOrigin()),
-                       readTriple(json, k_PlaneNormal, m_Plane->getNormal()));
+    m_Plane->setValues(Read(json, k_PlaneOrigin, m_Plane->getOrigin()),
+                       Read(json, k_PlaneNormal, m_Plane->getNormal()));
   }
   if (json.contains(k_ClipType))
   {
@@ -324,13 +281,13 @@ void VXFClip::writeSettings()
   settings.setValue(QString::fromLatin1(k_ClipInverted), m_Inverted);
   if (m_Plane != nullptr)
   {
-    storeTriple(settings, k_PlaneNormal, m_Plane->getNormal());
+    Store(settings, k_PlaneNormal, m_Plane->getNormal());
   }
   if (m_Box != nullptr)
   {
-    storeTriple(settings, k_BoxRotate, m_Box->getRotation());
-    storeTriple(settings, k_BoxTranslate, m_Box->getTranslation());
-    storeTriple(settings, k_BoxScale, m_Box->getScale());
+    Store(settings, k_BoxRotate, m_Box->getRotation());
+    Store(settings, k_BoxTranslate, m_Box->getTranslation());
+    Store(settings, k_BoxScale, m_Box->getScale());
   }
   settings.endGroup();
   settings.endGroup();
@@ -357,13 +314,13 @@ void VXFClip::readSettings()
   // The plane's origin depends on the data and is no default.
   if (m_Plane != nullptr)
   {
-    m_Plane->setNormal(loadTriple(settings, k_PlaneNormal, m_Plane->getNormal()));
+    m_Plane->setNormal(Load(settings, k_PlaneNormal, m_Plane->getNormal()));
   }
   if (m_Box != nullptr)
   {
-    m_Box->setValues(loadTriple(settings, k_BoxTranslate, m_Box->getTranslation()),
-                     loadTriple(settings, k_BoxRotate, m_Box->getRotation()),
-                     loadTriple(settings, k_BoxScale, m_Box->getScale()));
+    m_Box->setValues(Load(settings, k_BoxTranslate, m_Box->getTranslation()),
+                     Load(settings, k_BoxRotate, m_Box->getRotation()),
+                     Load(settings, k_BoxScale, m_Box->getScale()));
   }
   settings.endGroup();
   settings.endGroup();

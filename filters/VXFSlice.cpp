@@ -1,6 +1,7 @@
 #include "filters/VXFSlice.h"
 
 #include "filters/VXFSliceFilterWidget.h"
+#include "filters/VXFilterTriples.h"
 #include "filters/VXPlane.h"
 #include "platform/QtZRSettings.h"
 #include "views/VXAbstractViewWidget.h"
@@ -13,29 +14,13 @@
 
 #include <QVBoxLayout>
 
+using namespace VXFilterTriples;
+
 namespace
 {
 const QString k_SliceName = QStringLiteral("Slice Filter");
 
-// The slice shares the clip's plane keys.
 constexpr const char* k_ShowSliceTool = "show_slice_tool";
-constexpr const char* k_PlaneNormal[3] = {"clip_plane_normal_x", "clip_plane_normal_y",
-                                          "clip_plane_normal_z"};
-constexpr const char* k_PlaneOrigin[3] = {"clip_plane_origin_x", "clip_plane_origin_y",
-                                          "clip_plane_origin_z"};
-
-std::array<double, 3> readTriple(const nlohmann::json& json, const char* const (&keys)[3],
-                                 std::array<double, 3> values)
-{
-  for (int i = 0; i < 3; ++i)
-  {
-    if (json.contains(keys[i]))
-    {
-      values[i] = json.at(keys[i]).get<double>();
-    }
-  }
-  return values;
-}
 } // namespace
 
 VXFSlice::VXFSlice(QObject* parent)
@@ -161,13 +146,8 @@ void VXFSlice::write(nlohmann::json& json, const QMap<VXAbstractViewWidget*, int
   json[k_ShowSliceTool] = m_ShowPlaneTool;
   if (m_Plane != nullptr)
   {
-    const std::array<double, 3> normal = m_Plane->getNormal();
-    const std::array<double, 3> origin = m_Plane->getOrigin();
-    for (int i = 0; i < 3; ++i)
-    {
-      json[k_PlaneNormal[i]] = normal[i];
-      json[k_PlaneOrigin[i]] = origin[i];
-    }
+    Write(json, k_PlaneNormal, m_Plane->getNormal());
+    Write(json, k_PlaneOrigin, m_Plane->getOrigin());
   }
 }
 
@@ -180,8 +160,8 @@ void VXFSlice::read(const nlohmann::json& json, const QMap<VXAbstractViewWidget*
   }
   if (m_Plane != nullptr)
   {
-    m_Plane->setValues(readTriple(json, k_PlaneOrigin, m_Plane->getOrigin()),
-                       readTriple(json, k_PlaneNormal, m_Plane->getNormal()));
+    m_Plane->setValues(Read(json, k_PlaneOrigin, m_Plane->getOrigin()),
+                       Read(json, k_PlaneNormal, m_Plane->getNormal()));
   }
   if (json.contains(k_ShowSliceTool))
   {
@@ -197,11 +177,7 @@ void VXFSlice::writeSettings()
   settings.setValue(QString::fromLatin1(k_ShowSliceTool), m_ShowPlaneTool);
   if (m_Plane != nullptr)
   {
-    const std::array<double, 3> normal = m_Plane->getNormal();
-    for (int i = 0; i < 3; ++i)
-    {
-      settings.setValue(QString::fromLatin1(k_PlaneNormal[i]), normal[i]);
-    }
+    Store(settings, k_PlaneNormal, m_Plane->getNormal());
   }
   settings.endGroup();
   settings.endGroup();
@@ -219,15 +195,7 @@ void VXFSlice::readSettings()
   }
   if (m_Plane != nullptr)
   {
-    std::array<double, 3> normal = m_Plane->getNormal();
-    for (int i = 0; i < 3; ++i)
-    {
-      if (settings.contains(QString::fromLatin1(k_PlaneNormal[i])))
-      {
-        normal[i] = settings.value(QString::fromLatin1(k_PlaneNormal[i])).toDouble();
-      }
-    }
-    m_Plane->setNormal(normal);
+    m_Plane->setNormal(Load(settings, k_PlaneNormal, m_Plane->getNormal()));
   }
   settings.endGroup();
   settings.endGroup();
