@@ -56,6 +56,8 @@
 #include <QTest>
 #include <QUrl>
 
+#include "DataViewTestData.h"
+
 #include <gtest/gtest.h>
 
 #include <numeric>
@@ -65,51 +67,6 @@ namespace
 const QString k_HelpRoot = QStringLiteral("zrhelp://manual");
 const QString k_Page =
     QStringLiteral("zrhelp://manual/KESTRIX-ZR/html/Visualization/ApplyingRepresentations.html");
-
-// A sphere whose cells carry the feature ids 1, 7 and 400 and whose points carry a vector; or a bare one.
-QString writeSphere(const QString& path, bool withArrays)
-{
-  vtkNew<vtkSphereSource> sphere;
-  sphere->SetThetaResolution(24);
-  sphere->SetPhiResolution(16);
-  sphere->Update();
-  vtkPolyData* output = sphere->GetOutput();
-  output->GetPointData()->Initialize();
-  if (withArrays)
-  {
-    vtkNew<vtkIntArray> featureIds;
-    featureIds->SetName("FeatureIds");
-    const int ids[3] = {1, 7, 400};
-    for (vtkIdType cell = 0; cell < output->GetNumberOfCells(); ++cell)
-    {
-      featureIds->InsertNextValue(ids[(cell / 24) % 3]);
-    }
-    output->GetCellData()->AddArray(featureIds);
-    vtkNew<vtkDoubleArray> velocity;
-    velocity->SetName("Velocity");
-    velocity->SetNumberOfComponents(3);
-    for (vtkIdType point = 0; point < output->GetNumberOfPoints(); ++point)
-    {
-      const double* p = output->GetPoint(point);
-      velocity->InsertNextTuple3(p[0] * 2.0, p[1], 0.0);
-    }
-    output->GetPointData()->AddArray(velocity);
-  }
-  vtkNew<vtkXMLPolyDataWriter> writer;
-  writer->SetInputData(output);
-  writer->SetFileName(path.toLocal8Bit().constData());
-  writer->Write();
-  return path;
-}
-
-void settle()
-{
-  for (int i = 0; i < 5; ++i)
-  {
-    QCoreApplication::processEvents();
-    QTest::qWait(5);
-  }
-}
 
 // The row layout that holds a widget, anywhere in the panel (scroll area content included).
 QBoxLayout* rowOf(QWidget* panel, QWidget* widget)
@@ -241,7 +198,9 @@ protected:
   {
     VXPipeline::setDefaultTriangleRepType(type);
     const QString name = QStringLiteral("sphere%1.vtp").arg(m_Opened++);
-    VXBridgeObject* bridge = m_Pipeline.importFile(writeSphere(m_Dir.filePath(name), withArrays));
+    VXBridgeObject* bridge = m_Pipeline.importFile(DataViewTestData::WriteSphere(
+        m_Dir.filePath(name),
+        withArrays ? DataViewTestData::SphereData::ArraysOnly : DataViewTestData::SphereData::Bare));
     if (bridge == nullptr || bridge->dataSources().size() != 1)
     {
       return nullptr;
@@ -249,7 +208,7 @@ protected:
     m_DataSource = bridge->dataSources().front();
     const QList<VXRepresentation*> views = m_DataSource->findChildren<VXRepresentation*>();
     m_View = views.size() == 1 ? views.front() : nullptr;
-    settle();
+    DataViewTestData::Settle();
     return m_View != nullptr ? dynamic_cast<Pimpl*>(m_View->implementation(m_Grid.activeView())) : nullptr;
   }
 

@@ -35,53 +35,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "DataViewTestData.h"
+
 #include <gtest/gtest.h>
 
 #include <set>
 
 namespace
 {
-// A sphere whose cells carry the feature ids 1, 7 and 400 and whose points carry a vector.
-QString writeSphere(const QString& path)
-{
-  vtkNew<vtkSphereSource> sphere;
-  sphere->SetThetaResolution(24);
-  sphere->SetPhiResolution(16);
-  sphere->Update();
-  vtkPolyData* output = sphere->GetOutput();
-  vtkNew<vtkIntArray> featureIds;
-  featureIds->SetName("FeatureIds");
-  const int ids[3] = {1, 7, 400};
-  for (vtkIdType cell = 0; cell < output->GetNumberOfCells(); ++cell)
-  {
-    featureIds->InsertNextValue(ids[(cell / 24) % 3]);
-  }
-  output->GetCellData()->AddArray(featureIds);
-  vtkNew<vtkDoubleArray> velocity;
-  velocity->SetName("Velocity");
-  velocity->SetNumberOfComponents(3);
-  for (vtkIdType point = 0; point < output->GetNumberOfPoints(); ++point)
-  {
-    const double* p = output->GetPoint(point);
-    velocity->InsertNextTuple3(p[0] * 2.0, p[1], 0.0);
-  }
-  output->GetPointData()->AddArray(velocity);
-  vtkNew<vtkXMLPolyDataWriter> writer;
-  writer->SetInputData(output);
-  writer->SetFileName(path.toLocal8Bit().constData());
-  writer->Write();
-  return path;
-}
-
-void settle()
-{
-  for (int i = 0; i < 5; ++i)
-  {
-    QCoreApplication::processEvents();
-    QTest::qWait(5);
-  }
-}
-
 class DataViewsTest : public ::testing::Test
 {
 protected:
@@ -92,11 +53,11 @@ protected:
     m_Grid.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&m_Grid));
     m_Pipeline.setActiveViewWidget(m_Grid.activeView());
-    m_Bridge = m_Pipeline.importFile(writeSphere(m_Dir.filePath("sphere.vtp")));
+    m_Bridge = m_Pipeline.importFile(DataViewTestData::WriteSphere(m_Dir.filePath("sphere.vtp")));
     ASSERT_EQ(m_Bridge->dataSources().size(), 1);
     m_DataSource = m_Bridge->dataSources().front();
     m_Grid.activeView()->getVisualizationWidget()->resetCamera();
-    settle();
+    DataViewTestData::Settle();
   }
 
   void TearDown() override { VXPipeline::setDefaultTriangleRepType(VXRepresentation::Outline); }
@@ -116,7 +77,7 @@ protected:
 
   QImage frame(VXAbstractViewWidget* view)
   {
-    settle();
+    DataViewTestData::Settle();
     return view->getVisualizationWidget()->captureViewImage(false, QColor());
   }
 
@@ -226,7 +187,7 @@ TEST_F(DataViewsTest, SplitWindowCopiesSettingsHiddenAndThenGoesItsOwnWay)
   left->setOpacity(40);
   left->setBackFaceCulling(true);
   m_Grid.addColumn(first());
-  settle();
+  DataViewTestData::Settle();
   ASSERT_EQ(m_Grid.allViews().size(), 2);
   VXAbstractViewWidget* second = m_Grid.allViews().back();
   VXSurfaceRepPimpl* right = surfaceIn(second);
@@ -246,7 +207,7 @@ TEST_F(DataViewsTest, SplitWindowCopiesSettingsHiddenAndThenGoesItsOwnWay)
 
   // Only the first window's implementation may be given a port.
   m_Grid.addRow(second);
-  settle();
+  DataViewTestData::Settle();
   VXAbstractViewWidget* third = m_Grid.allViews().back();
   surface()->removeModuleInstance(third);
   EXPECT_FALSE(surface()->addViewWidgetSplit(nullptr, third, m_DataSource->outputPort()));
@@ -264,7 +225,7 @@ TEST_F(DataViewsTest, SettingsTravelBetweenWindowsThroughTheClipboard)
   VXSurfaceRepPimpl* left = surfaceIn(first());
   ASSERT_NE(left, nullptr);
   m_Grid.addColumn(first());
-  settle();
+  DataViewTestData::Settle();
   VXAbstractViewWidget* second = m_Grid.allViews().back();
   VXSurfaceRepPimpl* right = surfaceIn(second);
   ASSERT_NE(right, nullptr);
@@ -360,7 +321,7 @@ TEST_F(DataViewsTest, CameraMovesDrawTheDecimatedSurfaceOnlyWhenAskedFor)
 
   // A split window takes the setting with the decimated geometry ready.
   m_Grid.addColumn(first());
-  settle();
+  DataViewTestData::Settle();
   VXSurfaceRepPimpl* copy = surfaceIn(m_Grid.allViews().back());
   ASSERT_NE(copy, nullptr);
   EXPECT_TRUE(copy->useDecimationOnInteraction());
