@@ -457,6 +457,18 @@ void VXMainWidget::saveState(nlohmann::json& output)
     m_Ui->infoWidget->saveState(QModelIndex(), treeState, *m_ViewIndexes);
     output[k_TreeViewStateKey] = treeState;
   }
+  for (const StateSection& section : m_StateSections)
+  {
+    nlohmann::json sectionState = nlohmann::json::object();
+    section.save(sectionState);
+    output[section.key.toStdString()] = sectionState;
+  }
+}
+
+void VXMainWidget::addStateSection(const QString& key, std::function<void(nlohmann::json&)> save,
+                                   std::function<void(const nlohmann::json&)> load)
+{
+  m_StateSections.push_back({key, std::move(save), std::move(load)});
 }
 
 bool VXMainWidget::writeTextFile(const QString& filePath, const QByteArray& text, const QString& openFailure,
@@ -542,6 +554,14 @@ void VXMainWidget::loadState(const nlohmann::json& input)
   ViewIndexesScope scope(m_ViewIndexes);
   numberViews();
   m_Ui->infoWidget->loadState(input.at(k_TreeViewStateKey), *m_ViewIndexes);
+  for (const StateSection& section : m_StateSections)
+  {
+    const std::string key = section.key.toStdString();
+    if (input.contains(key))
+    {
+      section.load(input.at(key));
+    }
+  }
 }
 
 void VXMainWidget::loadState(const QString& filePath)

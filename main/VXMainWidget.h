@@ -15,6 +15,7 @@
 #include <QString>
 #include <QWidget>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -77,6 +78,13 @@ public:
   /** @brief All views drawn into one image at their places in this widget. */
   QImage grabAllViews(bool transparent, const QColor& color);
 
+  /**
+   * @brief Lets a host's own window (spreadsheets, charts) keep its state in the same state file,
+   * under its own key beside the visualization. A file without the key leaves that window as it is.
+   */
+  void addStateSection(const QString& key, std::function<void(nlohmann::json&)> save,
+                       std::function<void(const nlohmann::json&)> load);
+
 public Q_SLOTS:
   void renderActiveView();
   void renderAllViews();
@@ -137,7 +145,15 @@ private:
   nlohmann::json readPresets(bool& present) const;
   void writePresets(const nlohmann::json& presets) const;
 
+  struct StateSection
+  {
+    QString key;
+    std::function<void(nlohmann::json&)> save;
+    std::function<void(const nlohmann::json&)> load;
+  };
+
   std::unique_ptr<Ui::VXMainWidget> m_Ui;
+  std::vector<StateSection> m_StateSections;
   VXPipeline* m_Pipeline = nullptr;
   VXPipelineModel* m_PipelineModel = nullptr;
   QPointer<VXAbstractViewWidget> m_ActiveView;

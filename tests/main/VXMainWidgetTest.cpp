@@ -325,6 +325,42 @@ TEST_F(MainWidgetTest, SaveLoadSaveIsByteIdentical)
       << messagesOf(output).join('\n').toStdString();
 }
 
+TEST_F(MainWidgetTest, HostStateSectionsTravelInTheSameFileAndOldFilesLeaveThemAlone)
+{
+  buildScene(*m_Widget, m_Dir.filePath(QStringLiteral("data")));
+  int tables = 3;
+  m_Widget->addStateSection(
+      QStringLiteral("spreadsheet_state"), [&tables](nlohmann::json& out) { out["tables"] = tables; },
+      [&tables](const nlohmann::json& in) { tables = in.at("tables").get<int>(); });
+  const QString path = m_Dir.filePath(QStringLiteral("with-tables.ksxstate"));
+  ASSERT_TRUE(m_Widget->saveStateToFile(path));
+  const nlohmann::json saved = nlohmann::json::parse(readFile(path).toStdString());
+  EXPECT_EQ(saved.at("spreadsheet_state").at("tables"), 3);
+
+  tables = 0;
+  auto fresh = makeWidget();
+  int loaded = -1;
+  fresh->addStateSection(
+      QStringLiteral("spreadsheet_state"), [](nlohmann::json&) {},
+      [&loaded](const nlohmann::json& in) { loaded = in.at("tables").get<int>(); });
+  fresh->loadState(path);
+  settle();
+  EXPECT_EQ(loaded, 3);
+
+  // A file written before the section existed keeps the host's window as it is.
+  nlohmann::json older = saved;
+  older.erase("spreadsheet_state");
+  loaded = -1;
+  auto third = makeWidget();
+  third->addStateSection(
+      QStringLiteral("spreadsheet_state"), [](nlohmann::json&) {},
+      [&loaded](const nlohmann::json& in) { loaded = in.at("tables").get<int>(); });
+  third->loadState(older);
+  settle();
+  EXPECT_EQ(loaded, -1);
+  EXPECT_EQ(third->pipelineModel()->rowCount(), 2);
+}
+
 TEST_F(MainWidgetTest, LoadIntoANonEmptySceneAsksFirstAndNoMeansNothingChanges)
 {
   buildScene(*m_Widget, m_Dir.filePath(QStringLiteral("data")));
