@@ -1,5 +1,7 @@
 #!/usr/bin/env bash
-# Sets up, builds and starts the viewer; with no file it opens the bundled sample.
+# Sets up, builds and starts the viewer; with no file it opens the bundled sample: its shipped state
+# (the grain image by phase beside its grain boundaries) when nothing asks for another picture, the
+# sample file itself otherwise.
 #   scripts/run-viewer.sh [FILE...] [OPTION...]     any option of kestrix-viewer (see --help)
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -21,7 +23,24 @@ for arg in "$@"; do
     *) has_file=1 ;;
   esac
 done
-if [ $has_file -eq 0 ]; then
+# Only options that do not choose the picture leave the shipped state as the first sight.
+only_window_options=1
+skip_next=0
+for arg in "$@"; do
+  if [ $skip_next -eq 1 ]; then
+    skip_next=0
+    continue
+  fi
+  case "$arg" in
+    --screenshot | --size | --theme) skip_next=1 ;;
+    --verbose) ;;
+    *) only_window_options=0 ;;
+  esac
+done
+sample_state="$BUILD_DIR/data/grains-and-boundaries.ksxstate"
+if [ $has_file -eq 0 ] && [ $only_window_options -eq 1 ] && [ -f "$sample_state" ]; then
+  set -- --state "$sample_state" "$@"
+elif [ $has_file -eq 0 ]; then
   set -- "$BUILD_DIR/data/sample.kestrix" "$@"
 fi
 exec "$BUILD_DIR/bin/kestrix-viewer" "$@"

@@ -32,7 +32,8 @@ def oblique_camera(widget, bounds, direction, view_up=(0.0, 0.0, 1.0)):
     centre = [(bounds[2 * i] + bounds[2 * i + 1]) / 2 for i in range(3)]
     radius = math.sqrt(sum((bounds[2 * i + 1] - bounds[2 * i]) ** 2 for i in range(3))) / 2
     norm = math.sqrt(sum(d * d for d in direction))
-    distance = radius / math.sin(math.radians(15)) * 1.2
+    # Each window is narrower than tall: the horizontal angle, not the vertical, must hold the radius.
+    distance = radius / math.sin(math.radians(15)) * 1.6
     for axis, name in enumerate("xyz"):
         widget[f"camera_focal_pt_{name}"] = centre[axis]
         widget[f"camera_pos_{name}"] = centre[axis] + distance * direction[axis] / norm
