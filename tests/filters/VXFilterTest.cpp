@@ -336,24 +336,28 @@ TEST_F(FilterTest, ALoadedThresholdRunsOnce)
   m_Model.removeItem(m_Model.pipelineIndex(m_Bridge));
   settle();
 
-  // Each run of a loaded threshold's algorithm is counted from the moment the loader adds the filter.
+  // Each Apply of the loaded threshold (each ends with a render request) and each run of its algorithm
+  // is counted from the moment the loader adds the filter.
+  int applies = 0;
   int runs = 0;
   vtkNew<vtkCallbackCommand> counter;
   counter->SetClientData(&runs);
   counter->SetCallback([](vtkObject*, unsigned long, void* count, void*) { ++*static_cast<int*>(count); });
-  QMetaObject::Connection watch =
-      QObject::connect(&m_Pipeline, &VXPipeline::filterAdded,
-                       [&counter](VXFilter* added)
-                       {
-                         if (auto* loaded = qobject_cast<VXFThreshold*>(added))
-                         {
-                           loaded->algorithm()->AddObserver(vtkCommand::EndEvent, counter);
-                         }
-                       });
+  QMetaObject::Connection watch = QObject::connect(
+      &m_Pipeline, &VXPipeline::filterAdded,
+      [&counter, &applies](VXFilter* added)
+      {
+        if (auto* loaded = qobject_cast<VXFThreshold*>(added))
+        {
+          loaded->algorithm()->AddObserver(vtkCommand::EndEvent, counter);
+          QObject::connect(loaded, &VXCoreObject::requestRenderAll, [&applies]() { ++applies; });
+        }
+      });
   m_Info.loadState(records, viewIndexes);
   QObject::disconnect(watch);
   const QList<VXCoreObject*> filters = m_Model.getAllFilters();
   ASSERT_EQ(filters.size(), 1);
+  EXPECT_EQ(applies, 1);
   EXPECT_EQ(runs, 1);
   EXPECT_EQ(output(filters.front())->GetNumberOfCells(), cells);
 }
