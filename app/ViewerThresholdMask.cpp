@@ -26,28 +26,30 @@ struct ApplyRange
   template<class T>
   void operator()(const zr::core::IDataArray& array, double minimum, double maximum, std::uint8_t* mask) const
   {
-    const auto& store = dynamic_cast<const zr::core::DataArray<T>&>(array).getDataStoreRef();
+    const auto& typed = dynamic_cast<const zr::core::DataArray<T>&>(array);
     const usize count = array.getNumberOfTuples();
-    auto clearOutside = [&store, mask, minimum, maximum](usize begin, usize end)
-    {
-      for (usize i = begin; i < end; ++i)
-      {
-        const double value = static_cast<double>(store.getValue(i));
-        if (!(value >= minimum && value <= maximum))
-        {
-          mask[i] = 0;
-        }
-      }
-    };
-    if (dynamic_cast<const zr::core::DataStore<T>*>(&store) == nullptr)
+    const zr::core::DataStore<T>* inMemory = typed.getInMemoryStore();
+    if (inMemory == nullptr)
     {
       // Values read on demand go through one file: no point in asking from several threads.
-      clearOutside(0, count);
+      const auto& store = typed.getDataStoreRef();
+      for (usize i = 0; i < count; ++i)
+      {
+        const auto value = static_cast<double>(store.getValue(i));
+        mask[i] = value >= minimum && value <= maximum ? mask[i] : std::uint8_t{0};
+      }
       return;
     }
-    tbb::parallel_for(tbb::blocked_range<usize>(0, count),
-                      [&clearOutside](const tbb::blocked_range<usize>& range)
-                      { clearOutside(range.begin(), range.end()); });
+    const T* values = inMemory->data();
+    tbb::parallel_for(tbb::blocked_range<usize>(0, count, 1 << 14),
+                      [values, mask, minimum, maximum](const tbb::blocked_range<usize>& range)
+                      {
+                        for (usize i = range.begin(); i < range.end(); ++i)
+                        {
+                          const auto value = static_cast<double>(values[i]);
+                          mask[i] = value >= minimum && value <= maximum ? mask[i] : std::uint8_t{0};
+                        }
+                      });
   }
 };
 
@@ -194,7 +196,7 @@ ViewerThresholdMask::AddMask(zr::core::DataStructure& dataStructure, const zr::c
                                   thresholds[index].minimum, thresholds[index].maximum, values);
   }
   outcome.passing = tbb::parallel_reduce(
-      tbb::blocked_range<usize>(0, count), usize{0},
+      tbb::blocked_range<usize>(0, count, 1 << 14), usize{0},
       [values](const tbb::blocked_range<usize>& range, usize sum)
       {
         for (usize i = range.begin(); i < range.end(); ++i)
