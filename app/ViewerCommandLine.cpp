@@ -2,6 +2,7 @@
 
 #include "app/ViewerDataViewChoice.h"
 #include "app/ViewerFilterSteps.h"
+#include "app/ViewerMaskOut.h"
 #include "app/ViewerTableExport.h"
 #include "app/ViewerTreePrinter.h"
 
@@ -180,6 +181,8 @@ QString ViewerCommandLine::usage()
       "       kestrix-viewer --convert IN OUT [--geometry NAME]\n"
       "       kestrix-viewer FILE --table PATH[,PATH...] --export-table OUT.csv [--delimiter ',' | tab]\n"
       "                      [--notation auto|fixed|scientific] [--precision N]\n"
+      "       kestrix-viewer FILE.kestrix --threshold ARRAY:MIN:MAX [...] [--geometry NAME] --mask-out "
+      "OUT.kestrix\n"
       "\n"
       "Shows .kestrix files, VTK files (.vti .vtr .vts .vtu .vtp, their parallel forms .pvti ... .pvtp,\n"
       "legacy .vtk), STL files and images (.png .jpg .jpeg .tif .tiff .bmp).\n"
@@ -260,6 +263,16 @@ QString ViewerCommandLine::usage()
       "                             kestrix-viewer grains.kestrix --table \"Sample/Grains/Cell "
       "Data/EulerAngles\" "
       "--export-table e.csv --delimiter tab --notation fixed --precision 3\n"
+      "  --mask-out OUT.kestrix   with --threshold steps: add to the cell data of the geometry the mask of\n"
+      "                           the cells that pass every threshold (a uint8 array, 1 for a passing\n"
+      "                           cell, named \"Mask\", or \"Mask 2\" and on when that name is taken), as "
+      "the\n"
+      "                           threshold filter's multi-threshold button does in the window, and\n"
+      "                           write the data structure to OUT.kestrix; each geometry whose cell data\n"
+      "                           holds all the arrays gets one, or the one --geometry NAME names.\n"
+      "                           Multi-component arrays are refused\n"
+      "                             kestrix-viewer grains.kestrix --threshold Phases:2:2 --threshold "
+      "\"Confidence Index\":0.5:1 --mask-out masked.kestrix\n"
       "  -h, --help               print this text and exit\n"
       "\n"
       "Messages go to standard error. Exit status: 0 on success, 1 when a file could not be read or\n"
@@ -269,7 +282,7 @@ QString ViewerCommandLine::usage()
 bool ViewerCommandLine::handles(const QStringList& arguments)
 {
   return arguments.contains(k_Help) || arguments.contains(k_HelpShort) ||
-         ViewerTableExport::handles(arguments) ||
+         ViewerTableExport::handles(arguments) || ViewerMaskOut::handles(arguments) ||
          (!arguments.isEmpty() && (arguments.front() == k_List || arguments.front() == k_Convert));
 }
 
@@ -299,6 +312,10 @@ int ViewerCommandLine::run(const QStringList& arguments)
   if (ViewerTableExport::handles(arguments))
   {
     return ViewerTableExport::run(arguments);
+  }
+  if (ViewerMaskOut::handles(arguments))
+  {
+    return ViewerMaskOut::run(arguments);
   }
   if (arguments.size() >= 2 && arguments.front() == k_List)
   {

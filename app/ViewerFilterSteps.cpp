@@ -86,6 +86,31 @@ bool ViewerFilterSteps::parse(const QStringList& arguments, QString* error)
   return true;
 }
 
+std::vector<ViewerFilterSteps::ThresholdStep> ViewerFilterSteps::thresholdSteps() const
+{
+  std::vector<ThresholdStep> thresholds;
+  for (const Step& step : m_Steps)
+  {
+    if (step.kind == Kind::Threshold)
+    {
+      thresholds.push_back({step.array, step.component, step.values[0], step.values[1]});
+    }
+  }
+  return thresholds;
+}
+
+bool ViewerFilterSteps::onlyThresholds() const
+{
+  for (const Step& step : m_Steps)
+  {
+    if (step.kind != Kind::Threshold)
+    {
+      return false;
+    }
+  }
+  return true;
+}
+
 bool ViewerFilterSteps::parseStep(const QString& option, const QString& value, QString* error)
 {
   Step step;
@@ -309,12 +334,13 @@ bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& brid
         *error = QStringLiteral("cannot add the filters: no render window is active");
         return false;
       }
-      filter->setShouldAddRep(index + 1 == m_Steps.size());
+      // The type first: on a filter that adds no data view, setting it says that one was added already.
       if (viewType != VXRepresentation::None)
       {
         filter->setRepTypeToAdd(VXRepresentation::k_RepresentationTypeToString.value(
             static_cast<VXRepresentation::Type>(viewType)));
       }
+      filter->setShouldAddRep(index + 1 == m_Steps.size());
       if (!configure(filter, m_Steps[index], source->name(), error))
       {
         return false;

@@ -29,6 +29,19 @@ public:
    */
   bool parse(const QStringList& arguments, QString* error);
   bool isEmpty() const { return m_Steps.empty(); }
+
+  // One --threshold step: the array, its component, and the range of values kept.
+  struct ThresholdStep
+  {
+    QString array;
+    int component = 0;
+    double minimum = 0.0;
+    double maximum = 0.0;
+  };
+  /** @brief The --threshold steps in their order. */
+  std::vector<ThresholdStep> thresholdSteps() const;
+  /** @brief Whether every step is a --threshold. */
+  bool onlyThresholds() const;
   /** @brief Adds the chain under every data source of the bridge and applies it; false with a message. */
   bool applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType, QString* error) const;
   /**

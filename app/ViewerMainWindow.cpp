@@ -1,12 +1,14 @@
 #include "app/ViewerMainWindow.h"
 
 #include "app/ViewerMainWidget.h"
+#include "app/ViewerMaskHost.h"
 #include "app/ViewerRecentFiles.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "main/VXInfoWidget.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
+#include "pipeline/VXPipelineModel.h"
 #include "platform/QtZRSettings.h"
 #include "platform/ZRSettingsKeys.h"
 #include "views/VXAbstractViewWidget.h"
@@ -14,6 +16,7 @@
 #include "views/VXViewWidget.h"
 #include "views/VXVisualizationWidget.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QDockWidget>
@@ -38,6 +41,7 @@ const QString k_GeometryKey = QStringLiteral("window_geometry");
 const QString k_WindowStateKey = QStringLiteral("window_state");
 const QString k_StateFilter = QStringLiteral("Visualization State (*.ksxstate)");
 const QString k_PresetFilter = QStringLiteral("Visualization Presets (*.json)");
+const QString k_DataStructureFilter = QStringLiteral("KESTRIX-ZR Data (*.kestrix)");
 
 // The library's messages that say a state or preset did not load or save whole.
 bool isFailureMessage(const QString& message)
@@ -95,6 +99,18 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
   connect(pipeline(), &VXPipeline::importProgress, this, &ViewerMainWindow::showProgress);
   // A state file dropped on the window is the viewer's to load: it asks before it replaces the scene.
   connect(m_MainWidget, &VXMainWidget::loadStateRequested, this, &ViewerMainWindow::loadStateFile);
+  // The viewer is the host a threshold filter's multi-threshold request goes to.
+  m_MaskHost = new ViewerMaskHost(pipeline(), this);
+  connect(m_MaskHost, &ViewerMaskHost::outputMessage, this, &ViewerMainWindow::appendOutput);
+  connect(m_MainWidget, &VXMainWidget::createMultiThresholdObjectsFilter, this,
+          [this](const zr::core::DataPath& geometryPath, std::vector<ZR::ArrayThresholdRange> thresholds)
+          {
+            // The selected item is the threshold whose button was pressed: its file wins.
+            const QModelIndex selected = m_MainWidget->getInfoWidget()->selectedIndex();
+            VXCoreObject* origin =
+                selected.isValid() ? m_MainWidget->pipelineModel()->getCoreObject(selected) : nullptr;
+            m_MaskHost->createMask(geometryPath, thresholds, origin);
+          });
 
   createMenus();
 }
@@ -148,6 +164,12 @@ void ViewerMainWindow::createMenus()
   file->addSeparator();
   file->addAction(QStringLiteral("Export Presets..."), this, &ViewerMainWindow::exportPresetsDialog);
   file->addAction(QStringLiteral("Import Presets..."), this, &ViewerMainWindow::importPresetsDialog);
+  file->addSeparator();
+  QAction* saveStructure = file->addAction(QStringLiteral("Save Data Structure As..."), this,
+                                           &ViewerMainWindow::saveDataStructureDialog);
+  saveStructure->setObjectName(QStringLiteral("saveDataStructureAction"));
+  saveStructure->setEnabled(m_MaskHost->canSave());
+  connect(m_MaskHost, &ViewerMaskHost::canSaveChanged, saveStructure, &QAction::setEnabled);
   file->addSeparator();
   file->addAction(QStringLiteral("Save Screenshot of All Views..."), m_MainWidget,
                   &VXMainWidget::saveAllViewsScreenshot);
@@ -266,12 +288,13 @@ bool ViewerMainWindow::openFile(const QString& path)
   appendOutput(
       QStringLiteral("Opened '%1': %2 data source(s).").arg(QFileInfo(path).fileName()).arg(withData));
   QString choiceError;
-  if (!m_DataViewChoice.applyTo(*bridge, grid()->activeView(), &choiceError))
+  // Filters first, so that the colouring and colour map reach the data views of their outputs too.
+  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError))
   {
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
     return false;
   }
-  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError))
+  if (!m_DataViewChoice.applyTo(*bridge, grid()->activeView(), &choiceError))
   {
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
     return false;
@@ -376,6 +399,21 @@ void ViewerMainWindow::importPresetsDialog()
   {
     m_MainWidget->importPresets(path);
   }
+}
+
+void ViewerMainWindow::saveDataStructureDialog()
+{
+  QString path = QFileDialog::getSaveFileName(this, QStringLiteral("Save Data Structure As"), QString(),
+                                              k_DataStructureFilter);
+  if (path.isEmpty())
+  {
+    return;
+  }
+  if (QFileInfo(path).suffix().isEmpty())
+  {
+    path += QStringLiteral(".kestrix");
+  }
+  m_MaskHost->saveDataStructure(path);
 }
 
 bool ViewerMainWindow::saveLayout(const QString& path)

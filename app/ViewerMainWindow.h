@@ -12,6 +12,7 @@ class VXAbstractViewWidget;
 class VXPipeline;
 class VXViewGridWidget;
 class ViewerMainWidget;
+class ViewerMaskHost;
 
 /**
  * @brief The viewer's window: the library's main widget (the split-view grid beside the pipeline
@@ -33,6 +34,8 @@ public:
   VXPipeline* pipeline() const;
   VXViewGridWidget* grid() const;
   QPlainTextEdit* outputPane() const;
+  /** @brief The viewer as host of its .kestrix files: masks from threshold filters, and their saving. */
+  ViewerMaskHost* maskHost() const { return m_MaskHost; }
 
   /**
    * @brief When off, pop-up messages and questions go only to the output pane (scripts,
@@ -74,6 +77,7 @@ public Q_SLOTS:
   void saveStateDialog();
   void exportPresetsDialog();
   void importPresetsDialog();
+  void saveDataStructureDialog();
 
 Q_SIGNALS:
   void outputAppended(const QString& message);
@@ -95,6 +99,7 @@ private:
   ViewerMainWidget* m_MainWidget = nullptr;
   QPlainTextEdit* m_OutputPane = nullptr;
   QMenu* m_RecentMenu = nullptr;
+  ViewerMaskHost* m_MaskHost = nullptr;
   bool m_Interactive = true;
   // Messages of the state load under way that say it failed.
   int m_StateLoadErrors = -1;

@@ -277,9 +277,7 @@ void VXFThreshold::createKESTRIXFilterFromVXFilter()
       "component arrays.");
   auto refuseMultiComponent = [this, &multiComponentText]()
   {
-    QMessageBox box(QMessageBox::Warning, QStringLiteral("Cannot Create Multi-Threshold Objects Filter"),
-                    multiComponentText, QMessageBox::Ok);
-    box.exec();
+    showWarning(QStringLiteral("Cannot Create Multi-Threshold Objects Filter"), multiComponentText);
     Q_EMIT m_Pipeline->sendOutputMessage(multiComponentText);
   };
 
@@ -310,20 +308,16 @@ void VXFThreshold::createKESTRIXFilterFromVXFilter()
   }
   if (ranges.size() > 1)
   {
-    QMessageBox box(
-        QMessageBox::Warning, QStringLiteral("Create Multi-Threshold Objects Filter"),
+    const RelativesAnswer answer = askIncludeRelatives(
+        QStringLiteral("Create Multi-Threshold Objects Filter"),
         QStringLiteral("This threshold filter has one or more parent/child threshold filters. Would you "
                        "like to include all parent/child filters when creating your Multi-Threshold "
                        "Objects filter, or just use this one?"));
-    QPushButton* justThis = box.addButton(QStringLiteral("Just This Filter"), QMessageBox::AcceptRole);
-    QPushButton* all = box.addButton(QStringLiteral("All Filters"), QMessageBox::AcceptRole);
-    box.addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
-    box.exec();
-    if (box.clickedButton() == justThis)
+    if (answer == RelativesAnswer::JustThisFilter)
     {
       ranges = {thresholdRange(own)};
     }
-    else if (box.clickedButton() == all)
+    else if (answer == RelativesAnswer::AllFilters)
     {
       if (multiComponent)
       {
@@ -337,6 +331,26 @@ void VXFThreshold::createKESTRIXFilterFromVXFilter()
     }
   }
   Q_EMIT m_Pipeline->createMultiThresholdObjectsFilter(path, ranges);
+}
+
+VXFThreshold::RelativesAnswer VXFThreshold::askIncludeRelatives(const QString& title, const QString& text)
+{
+  QMessageBox box(QMessageBox::Warning, title, text);
+  QPushButton* justThis = box.addButton(QStringLiteral("Just This Filter"), QMessageBox::AcceptRole);
+  QPushButton* all = box.addButton(QStringLiteral("All Filters"), QMessageBox::AcceptRole);
+  box.addButton(QStringLiteral("Cancel"), QMessageBox::RejectRole);
+  box.exec();
+  if (box.clickedButton() == justThis)
+  {
+    return RelativesAnswer::JustThisFilter;
+  }
+  return box.clickedButton() == all ? RelativesAnswer::AllFilters : RelativesAnswer::Cancel;
+}
+
+void VXFThreshold::showWarning(const QString& title, const QString& text)
+{
+  QMessageBox box(QMessageBox::Warning, title, text, QMessageBox::Ok);
+  box.exec();
 }
 
 void VXFThreshold::initializeSettingsWidget()

@@ -50,6 +50,8 @@ public:
   void initializeSettingsWidget() override;
   void setupFilter() override;
   void setInputPort(vtkAlgorithmOutput* port) override;
+  // read() ends with an Apply: the ranges it takes are data specific.
+  bool appliesOnRead() const override { return true; }
 
   const std::vector<DataArrayNameInfo>& getDataArrayNameInfos() const { return m_ArrayInfos; }
   void setActiveArrayInfoIndex(size_t index);
@@ -60,10 +62,24 @@ public:
   void initializeArrayNameInfos();
   vtkThreshold* algorithm() const { return m_Threshold; }
 
+  // The answers to the question whether a host filter takes the thresholds above and below this one.
+  enum class RelativesAnswer
+  {
+    JustThisFilter,
+    AllFilters,
+    Cancel
+  };
+
 public Q_SLOTS:
   void applyFilter() override;
   void receivePipelineOutputReloaded() override;
   void createKESTRIXFilterFromVXFilter();
+
+protected:
+  // The modal boxes of createKESTRIXFilterFromVXFilter; tests and hosts without a user answer them
+  // differently.
+  virtual RelativesAnswer askIncludeRelatives(const QString& title, const QString& text);
+  virtual void showWarning(const QString& title, const QString& text);
 
 private:
   void appendArrayInfos(vtkFieldData* fieldData);

@@ -46,6 +46,8 @@ public:
   virtual void setInputPort(vtkAlgorithmOutput* port);
   virtual vtkAlgorithmOutput* inputPort() const;
   virtual void openHelpLink();
+  // Whether read() already runs the algorithm, so that whoever loads the filter need not run it again.
+  virtual bool appliesOnRead() const { return false; }
 
   QString defaultName() const { return m_DefaultName; }
   void setShouldAddRep(bool shouldAdd);

@@ -342,8 +342,9 @@ bool VXTreeStateLoader::loadFilterHelper(const QString& itemType, const nlohmann
     return false;
   }
   filter->read(itemData, m_ViewIndexes);
-  // A filter that had been applied runs again, so that its data views meet its output.
-  if (!filter->shouldAddRep())
+  // A filter that had been applied runs again, so that its data views meet its output; once only, for
+  // one whose read has run it already.
+  if (!filter->shouldAddRep() && !filter->appliesOnRead())
   {
     filter->applyFilter();
   }

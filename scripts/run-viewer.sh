@@ -18,7 +18,7 @@ for arg in "$@"; do
   case "$arg" in
     --state) has_file=1 skip_next=1 ;; # a state brings its own files
     --screenshot | --size | --theme | --geometry | --view | --color-by | --preset | --save-state | \
-      --clip-plane | --clip-box | --slice | --threshold | --resample | --decimate) skip_next=1 ;;
+      --clip-plane | --clip-box | --slice | --threshold | --resample | --decimate | --mask-out) skip_next=1 ;;
     -*) ;;
     *) has_file=1 ;;
   esac

@@ -10,6 +10,8 @@ namespace
 {
 using ImportEntry = void (*)(const std::filesystem::path*, bool,
                              const std::function<void(const std::string&)>*, Result<DataStructure>*);
+using WriteEntry = void (*)(const std::filesystem::path*, const DataStructure*,
+                            const std::function<void(const std::string&)>*, Result<>*);
 
 constexpr std::int32_t k_ReaderNotLoaded = -9100;
 const char* const k_ReaderLibrary = "libzorekestrix.so";
@@ -17,6 +19,7 @@ const char* const k_ReaderLibrary = "libzorekestrix.so";
 struct LoadedReader
 {
   ImportEntry entry = nullptr;
+  WriteEntry writeEntry = nullptr;
   std::string failure;
 };
 
@@ -47,6 +50,7 @@ const LoadedReader& reader()
                      return;
                    }
                    s_Reader.entry = reinterpret_cast<ImportEntry>(dlsym(handle, "zr_kestrix_import"));
+                   s_Reader.writeEntry = reinterpret_cast<WriteEntry>(dlsym(handle, "zr_kestrix_write"));
                    if (s_Reader.entry == nullptr)
                    {
                      s_Reader.failure = "the library has no reader entry";
@@ -68,6 +72,22 @@ Result<DataStructure> LoadDataStructureFromFile(const std::filesystem::path& fil
   }
   Result<DataStructure> result(std::vector<Error>{});
   loaded.entry(&filePath, preflight, &progress, &result);
+  return result;
+}
+
+Result<> SaveDataStructureToFile(const std::filesystem::path& filePath, const DataStructure& dataStructure,
+                                 const std::function<void(const std::string&)>& progress)
+{
+  const LoadedReader& loaded = reader();
+  if (loaded.writeEntry == nullptr)
+  {
+    const std::string why =
+        loaded.failure.empty() ? std::string("the library has no writer entry") : loaded.failure;
+    return MakeErrorResult(k_ReaderNotLoaded, "The .kestrix writer (" + std::string(k_ReaderLibrary) +
+                                                  ") could not be loaded: " + why);
+  }
+  Result<> result;
+  loaded.writeEntry(&filePath, &dataStructure, &progress, &result);
   return result;
 }
 } // namespace zr::core::KESTRIX

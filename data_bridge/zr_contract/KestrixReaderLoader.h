@@ -16,4 +16,8 @@ namespace zr::core::KESTRIX
  */
 Result<DataStructure> LoadDataStructureFromFile(const std::filesystem::path& filePath, bool preflight,
                                                 const std::function<void(const std::string&)>& progress = {});
+// Writes the whole structure through the same library (an existing file is replaced); invalid with the
+// reason when the library cannot be loaded or the write fails.
+Result<> SaveDataStructureToFile(const std::filesystem::path& filePath, const DataStructure& dataStructure,
+                                 const std::function<void(const std::string&)>& progress = {});
 } // namespace zr::core::KESTRIX

@@ -1,7 +1,11 @@
 // The viewer's filter options run as a user's script runs them: values that do not parse, an array that
 // does not exist, and a chain of filters that lands in the saved state in the order given.
+#include "data_bridge/zr_contract/DataArray.h"
+#include "data_bridge/zr_contract/KestrixIO.h"
+
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QProcess>
 #include <QTemporaryDir>
 
@@ -15,11 +19,13 @@ namespace
 {
 const QString k_Viewer = QStringLiteral(ZR_TEST_BINARY_DIR "/bin/kestrix-viewer");
 const QString k_Image = QStringLiteral(ZR_TEST_DATA_DIR "/vtk/image.vti");
+const QString k_Sample = QStringLiteral(ZR_TEST_BINARY_DIR "/data/sample.kestrix");
 
 struct ViewerRun
 {
   int exitCode = -1;
   QString errors;
+  QString out;
 };
 
 using json = nlohmann::json;
@@ -66,6 +72,28 @@ ViewerRun runViewer(const QStringList& arguments)
   }
   run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
   run.errors = QString::fromLocal8Bit(process.readAllStandardError());
+  run.out = QString::fromLocal8Bit(process.readAllStandardOutput());
+  return run;
+}
+
+// The viewer run with no display at all, as a script on a server runs it.
+ViewerRun runWithoutDisplay(const QStringList& arguments)
+{
+  QProcess process;
+  QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+  environment.remove(QStringLiteral("DISPLAY"));
+  environment.remove(QStringLiteral("QT_QPA_PLATFORM"));
+  process.setProcessEnvironment(environment);
+  process.start(k_Viewer, arguments);
+  ViewerRun run;
+  if (!process.waitForFinished(60000))
+  {
+    process.kill();
+    return run;
+  }
+  run.exitCode = process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+  run.errors = QString::fromLocal8Bit(process.readAllStandardError());
+  run.out = QString::fromLocal8Bit(process.readAllStandardOutput());
   return run;
 }
 
@@ -129,6 +157,81 @@ TEST(ViewerFilterOptions, FiltersChainInTheOrderGiven)
   EXPECT_EQ(childTypes(*slice), QStringList{QStringLiteral("VXSurfaceRep")})
       << "only the last output gets a view";
 }
+// Pixels of strong colour, split by whether red or blue leads: a solid grey or white view has none. The
+// orientation axes in the top right corner are left out.
+struct Hues
+{
+  int reddish = 0;
+  int bluish = 0;
+};
+
+Hues countHues(const QImage& image)
+{
+  Hues hues;
+  for (int y = 0; y < image.height(); ++y)
+  {
+    for (int x = 0; x < image.width(); ++x)
+    {
+      if (x > image.width() / 2 && y < image.height() / 2)
+      {
+        continue;
+      }
+      const QColor colour = image.pixelColor(x, y);
+      hues.reddish += colour.red() > colour.blue() + 100 ? 1 : 0;
+      hues.bluish += colour.blue() > colour.red() + 100 ? 1 : 0;
+    }
+  }
+  return hues;
+}
+
+TEST(ViewerFilterOptions, TheLastFiltersOutputGetsTheViewColouringAndColourMapAsked)
+{
+  QTemporaryDir dir;
+  // A slice at z = 4 of what a clip keeps of the image (x from 1 to 2.5, y from 2 to 2.5, z from 3 to 5).
+  const QStringList filters = {k_Image,
+                               QStringLiteral("--clip-plane"),
+                               QStringLiteral("1.6,2,4,1,0,0"),
+                               QStringLiteral("--slice"),
+                               QStringLiteral("1.6,2,4,0,0,1"),
+                               QStringLiteral("--size"),
+                               QStringLiteral("400x300")};
+  const QStringList colouring = {QStringLiteral("--color-by"), QStringLiteral("Density"),
+                                 QStringLiteral("--preset"), QStringLiteral("Jet")};
+  const QString coloured = dir.filePath(QStringLiteral("coloured.png"));
+  const ViewerRun run =
+      runViewer(filters + colouring + QStringList{QStringLiteral("--screenshot"), coloured});
+  ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+  const QString plain = dir.filePath(QStringLiteral("plain.png"));
+  const ViewerRun plainRun = runViewer(filters + QStringList{QStringLiteral("--screenshot"), plain});
+  ASSERT_EQ(plainRun.exitCode, 0) << plainRun.errors.toStdString();
+
+  // Jet runs from blue at the low end to red at the high end of the range.
+  const Hues colouredHues = countHues(QImage(coloured));
+  const Hues plainHues = countHues(QImage(plain));
+  EXPECT_GT(colouredHues.reddish, 1000);
+  EXPECT_GT(colouredHues.bluish, 1000);
+  EXPECT_EQ(plainHues.reddish + plainHues.bluish, 0) << "without colouring the slice has one plain colour";
+
+  // The kind of view reaches the filter's data view as well, with no message about it.
+  const QString state = dir.filePath(QStringLiteral("wireframe.ksxstate"));
+  const ViewerRun wireframe = runViewer(filters + colouring +
+                                        QStringList{QStringLiteral("--view"), QStringLiteral("wireframe"),
+                                                    QStringLiteral("--save-state"), state});
+  ASSERT_EQ(wireframe.exitCode, 0) << wireframe.errors.toStdString();
+  EXPECT_FALSE(wireframe.errors.contains(QStringLiteral("Representation already added")))
+      << wireframe.errors.toStdString();
+  QFile file(state);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const json document = json::parse(file.readAll().toStdString(), nullptr, false);
+  ASSERT_FALSE(document.is_discarded());
+  const json* slice = findRecord(document.at("tree_view_state"), "VXFSlice");
+  ASSERT_NE(slice, nullptr);
+  ASSERT_EQ(childTypes(*slice), QStringList{QStringLiteral("VXWireframeRep")});
+  const std::string view = slice->at("item_children").front().dump();
+  EXPECT_NE(view.find("\"active_array\":\"Density\""), std::string::npos) << view;
+  EXPECT_NE(view.find("Jet"), std::string::npos) << view;
+}
+
 TEST(ViewerFilterOptions, ListPrintsEachFilterOutputUnderItsSourceWithoutADisplay)
 {
   QProcess process;
@@ -159,3 +262,107 @@ TEST(ViewerFilterOptions, ListPrintsEachFilterOutputUnderItsSourceWithoutADispla
       QString::fromLocal8Bit(missing.readAllStandardError()).contains(QStringLiteral("no array 'Nope'")));
 }
 } // namespace
+
+TEST(ViewerFilterOptions, MaskOutWritesTheMaskOfTheCellsThatPassEveryThreshold)
+{
+  QTemporaryDir dir;
+  const QString masked = dir.filePath(QStringLiteral("masked.kestrix"));
+  const ViewerRun run = runWithoutDisplay(
+      {k_Sample, QStringLiteral("--threshold"), QStringLiteral("Phases:2:2"), QStringLiteral("--threshold"),
+       QStringLiteral("Confidence Index:0.3:0.8"), QStringLiteral("--mask-out"), masked});
+  ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+  // The sample's grains have a "Mask" of their own.
+  EXPECT_TRUE(run.out.contains(QStringLiteral("Added the mask 'Sample/Grains/Cell Data/Mask 2': ")))
+      << run.out.toStdString();
+  EXPECT_TRUE(run.out.contains(QStringLiteral("pass Phases in [2, 2] and Confidence Index in [0.3, 0.8].")))
+      << run.out.toStdString();
+
+  // Counted here from the arrays of the written file.
+  auto readBack = zr::core::KESTRIX::ImportDataStructureFromFile(masked.toStdString(), false);
+  ASSERT_TRUE(readBack.valid());
+  const zr::core::DataStructure& structure = readBack.value();
+  const zr::core::DataPath cells({"Sample", "Grains", "Cell Data"});
+  const auto* phases = structure.getDataAs<zr::core::Int32Array>(cells.createChildPath("Phases"));
+  const auto* confidence =
+      structure.getDataAs<zr::core::Float32Array>(cells.createChildPath("Confidence Index"));
+  const auto* mask = structure.getDataAs<zr::core::UInt8Array>(cells.createChildPath("Mask 2"));
+  ASSERT_NE(phases, nullptr);
+  ASSERT_NE(confidence, nullptr);
+  ASSERT_NE(mask, nullptr);
+  ASSERT_EQ(mask->getNumberOfTuples(), phases->getNumberOfTuples());
+  zr::core::usize passing = 0;
+  zr::core::usize wrong = 0;
+  for (zr::core::usize cell = 0; cell < phases->getNumberOfTuples(); ++cell)
+  {
+    const bool pass = (*phases)[cell] == 2 && (*confidence)[cell] >= 0.3f && (*confidence)[cell] <= 0.8f;
+    passing += pass ? 1 : 0;
+    wrong += (*mask)[cell] != (pass ? 1 : 0) ? 1 : 0;
+  }
+  EXPECT_EQ(wrong, 0u);
+  EXPECT_GT(passing, 0u);
+  EXPECT_LT(passing, phases->getNumberOfTuples());
+  EXPECT_TRUE(
+      run.out.contains(QStringLiteral(": %1 of %2 cells pass").arg(passing).arg(phases->getNumberOfTuples())))
+      << run.out.toStdString();
+
+  // The written file opens like any other, with the mask among the arrays.
+  const ViewerRun list = runWithoutDisplay({QStringLiteral("--list"), masked});
+  ASSERT_EQ(list.exitCode, 0) << list.errors.toStdString();
+  EXPECT_TRUE(list.out.contains(QStringLiteral("Sample/Grains/Cell Data/Mask 2"))) << list.out.toStdString();
+}
+
+TEST(ViewerFilterOptions, MaskOutRefusesWhatItCannotDo)
+{
+  QTemporaryDir dir;
+  const QString masked = dir.filePath(QStringLiteral("never.kestrix"));
+  const QString threshold = QStringLiteral("--threshold");
+  const QString maskOut = QStringLiteral("--mask-out");
+  struct Case
+  {
+    QStringList arguments;
+    int exitCode;
+    QString message;
+  };
+  const QList<Case> cases = {
+      {{k_Sample, threshold, QStringLiteral("EulerAngles:1:0:1"), maskOut, masked},
+       2,
+       QStringLiteral(
+           "Creating Multi-Threshold Objects filter from VXFThreshold filter currently does not support "
+           "multi component arrays.")},
+      {{k_Sample, maskOut, masked}, 2, QStringLiteral("--mask-out takes one or more --threshold")},
+      {{k_Sample, threshold, QStringLiteral("Phases:1:2"), QStringLiteral("--slice"),
+        QStringLiteral("0,0,0,0,0,1"), maskOut, masked},
+       2,
+       QStringLiteral("and no other filter")},
+      {{k_Sample, threshold, QStringLiteral("Nope:1:2"), maskOut, masked},
+       2,
+       QStringLiteral("no geometry of '%1' holds Nope in its cell data; its geometries: ").arg(k_Sample)},
+      {{k_Sample, threshold, QStringLiteral("Phases:1:2"), QStringLiteral("--geometry"),
+        QStringLiteral("Nowhere"), maskOut, masked},
+       2,
+       QStringLiteral("has no geometry named 'Nowhere'")},
+      {{k_Sample, threshold, QStringLiteral("Phases:1:2"), QStringLiteral("--geometry"),
+        QStringLiteral("Grain Centroids"), maskOut, masked},
+       2,
+       QStringLiteral(
+           "Cannot create a mask on 'Sample/Grain Centroids': its cell data 'Vertex Data' has no array "
+           "'Phases'")},
+      {{k_Image, threshold, QStringLiteral("Density:1:2"), maskOut, masked}, 2, QStringLiteral("is not one")},
+      {{dir.filePath(QStringLiteral("missing.kestrix")), threshold, QStringLiteral("Phases:1:2"), maskOut,
+        masked},
+       1,
+       QStringLiteral("no such file")},
+      {{k_Sample, threshold, QStringLiteral("Phases:1:2"), maskOut,
+        dir.filePath(QStringLiteral("no/such/dir/m.kestrix"))},
+       1,
+       QStringLiteral("cannot write")},
+  };
+  for (const Case& test : cases)
+  {
+    const ViewerRun run = runWithoutDisplay(test.arguments);
+    EXPECT_EQ(run.exitCode, test.exitCode) << test.arguments.join(QLatin1Char(' ')).toStdString();
+    EXPECT_TRUE(run.errors.contains(test.message))
+        << test.arguments.join(QLatin1Char(' ')).toStdString() << ": " << run.errors.toStdString();
+    EXPECT_FALSE(QFileInfo::exists(masked));
+  }
+}

@@ -7,6 +7,7 @@
 #include "filters/VXFThreshold.h"
 #include "filters/VXPlane.h"
 
+#include <vtkCallbackCommand.h>
 #include <vtkCutter.h>
 #include <vtkPlane.h>
 #include <vtkPlanes.h>
@@ -313,6 +314,52 @@ TEST_F(FilterTest, AChainOfThreeSavedAndLoadedGivesTheSameOutput)
   EXPECT_EQ(childRepresentations(loadedSlice), 1) << "the saved data view, and no second one";
   loadedSlice->outputPort()->GetProducer()->Update();
   ExpectSameOutput(expected, output(loadedSlice));
+}
+
+TEST_F(FilterTest, ALoadedThresholdRunsOnce)
+{
+  VXDataSource* source = importImage(MakeTestImage(8));
+  auto* threshold = addFilter<VXFThreshold>(source);
+  ASSERT_NE(threshold, nullptr);
+  threshold->setActiveArrayInfoIndex(3);
+  VXFThreshold::DataArrayNameInfo info = threshold->getActiveArrayInfo();
+  info.userRange = {-0.5, 0.5};
+  threshold->updateActiveArrayInfo(info);
+  threshold->applyFilter();
+  const vtkIdType cells = output(threshold)->GetNumberOfCells();
+  ASSERT_GT(cells, 0);
+
+  QMap<VXAbstractViewWidget*, int> viewIndexes;
+  viewIndexes.insert(m_Grid.activeView(), 0);
+  json records;
+  m_Info.saveState(QModelIndex(), records, viewIndexes);
+  m_Model.removeItem(m_Model.pipelineIndex(m_Bridge));
+  settle();
+
+  // Each Apply of the loaded threshold (each ends with a render request) and each run of its algorithm
+  // is counted from the moment the loader adds the filter.
+  int applies = 0;
+  int runs = 0;
+  vtkNew<vtkCallbackCommand> counter;
+  counter->SetClientData(&runs);
+  counter->SetCallback([](vtkObject*, unsigned long, void* count, void*) { ++*static_cast<int*>(count); });
+  QMetaObject::Connection watch = QObject::connect(
+      &m_Pipeline, &VXPipeline::filterAdded,
+      [&counter, &applies](VXFilter* added)
+      {
+        if (auto* loaded = qobject_cast<VXFThreshold*>(added))
+        {
+          loaded->algorithm()->AddObserver(vtkCommand::EndEvent, counter);
+          QObject::connect(loaded, &VXCoreObject::requestRenderAll, [&applies]() { ++applies; });
+        }
+      });
+  m_Info.loadState(records, viewIndexes);
+  QObject::disconnect(watch);
+  const QList<VXCoreObject*> filters = m_Model.getAllFilters();
+  ASSERT_EQ(filters.size(), 1);
+  EXPECT_EQ(applies, 1);
+  EXPECT_EQ(runs, 1);
+  EXPECT_EQ(output(filters.front())->GetNumberOfCells(), cells);
 }
 
 TEST_F(FilterTest, ThresholdRangesSurviveASaveAndLoadPerArray)
