@@ -146,7 +146,7 @@ int ViewerApplication::run(int argc, char** argv)
                                          QStringLiteral("Print VTK's own messages to standard error."));
   const QCommandLineOption viewOption(
       QStringLiteral("view"),
-      QStringLiteral("Data view of every file: outline, points, wireframe or surface."),
+      QStringLiteral("Data view of every file: outline, points, wireframe, surface, volume or glyph."),
       QStringLiteral("view"));
   const QCommandLineOption colorByOption(
       QStringLiteral("color-by"),
@@ -161,6 +161,10 @@ int ViewerApplication::run(int argc, char** argv)
       QStringLiteral("file"));
   parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption, viewOption, colorByOption,
                      presetOption, stateOption, saveStateOption});
+  const QCommandLineOption glyphOption(QStringLiteral("glyph"),
+                                       QStringLiteral("Shape of the glyph views: arrow, sphere or cube."),
+                                       QStringLiteral("shape"));
+  parser.addOption(glyphOption);
   // The filter options are read again in their order by ViewerFilterSteps; here they are only known.
   for (const QString& option : ViewerFilterSteps::OptionNames())
   {
@@ -188,7 +192,8 @@ int ViewerApplication::run(int argc, char** argv)
   QString choiceError;
   if ((parser.isSet(viewOption) && !choice.setView(parser.value(viewOption), &choiceError)) ||
       (parser.isSet(colorByOption) && !choice.setColorBy(parser.value(colorByOption), &choiceError)) ||
-      (parser.isSet(presetOption) && !choice.setPreset(parser.value(presetOption), &choiceError)))
+      (parser.isSet(presetOption) && !choice.setPreset(parser.value(presetOption), &choiceError)) ||
+      (parser.isSet(glyphOption) && !choice.setGlyph(parser.value(glyphOption), &choiceError)))
   {
     err << "kestrix-viewer: " << choiceError << '\n';
     return 2;

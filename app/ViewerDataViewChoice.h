@@ -12,9 +12,9 @@ class VXBridgeObject;
 
 /**
  * @brief What the viewer's command line asks of the data views of every file it opens: the kind of
- * view (--view), the array and component to colour by (--color-by ARRAY[:COMPONENT|:Magnitude], by name
- * or by data path) and the colour map (--preset NAME). Unknown names are refused with the names that
- * exist.
+ * view (--view) and the glyph shape (--glyph), the array and component to colour by (--color-by
+ * ARRAY[:COMPONENT|:Magnitude], by name or by data path) and the colour map (--preset NAME). Unknown names
+ * are refused with the names that exist.
  */
 class ViewerDataViewChoice
 {
@@ -25,6 +25,8 @@ public:
   bool setView(const QString& name, QString* error);
   bool setColorBy(const QString& text, QString* error);
   bool setPreset(const QString& name, QString* error);
+  /** @brief The shape of glyphs (--glyph arrow|sphere|cube); asks for the glyph view when none was named. */
+  bool setGlyph(const QString& name, QString* error);
   /** @brief The kind of view asked for; None when --view was not given. */
   int viewType() const { return m_Type; }
 
@@ -45,4 +47,5 @@ private:
   QString m_Array;
   std::optional<int> m_Component;
   std::optional<zr::core::ColorTableUtilities::ColorPreset> m_Preset;
+  QString m_GlyphType;
 };
