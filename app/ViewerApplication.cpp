@@ -146,7 +146,7 @@ int ViewerApplication::run(int argc, char** argv)
                                          QStringLiteral("Print VTK's own messages to standard error."));
   const QCommandLineOption viewOption(
       QStringLiteral("view"),
-      QStringLiteral("Data view of every file: outline, points, wireframe or surface."),
+      QStringLiteral("Data view of every file: outline, points, wireframe, surface, volume or glyph."),
       QStringLiteral("view"));
   const QCommandLineOption colorByOption(
       QStringLiteral("color-by"),
@@ -167,6 +167,10 @@ int ViewerApplication::run(int argc, char** argv)
                                            QStringLiteral("Axis of the image slice views: x, y or z."),
                                            QStringLiteral("axis"));
   parser.addOptions({sliceNumberOption, sliceAxisOption});
+  const QCommandLineOption glyphOption(QStringLiteral("glyph"),
+                                       QStringLiteral("Shape of the glyph views: arrow, sphere or cube."),
+                                       QStringLiteral("shape"));
+  parser.addOption(glyphOption);
   // The filter options are read again in their order by ViewerFilterSteps; here they are only known.
   for (const QString& option : ViewerFilterSteps::OptionNames())
   {
@@ -197,7 +201,8 @@ int ViewerApplication::run(int argc, char** argv)
       (parser.isSet(presetOption) && !choice.setPreset(parser.value(presetOption), &choiceError)) ||
       (parser.isSet(sliceAxisOption) && !choice.setSliceAxis(parser.value(sliceAxisOption), &choiceError)) ||
       (parser.isSet(sliceNumberOption) &&
-       !choice.setSliceNumber(parser.value(sliceNumberOption), &choiceError)))
+       !choice.setSliceNumber(parser.value(sliceNumberOption), &choiceError)) ||
+      (parser.isSet(glyphOption) && !choice.setGlyph(parser.value(glyphOption), &choiceError)))
   {
     err << "kestrix-viewer: " << choiceError << '\n';
     return 2;

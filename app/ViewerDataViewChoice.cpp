@@ -1,8 +1,10 @@
 #include "app/ViewerDataViewChoice.h"
 
 #include "data_bridge/CVVtkBridge.h"
+#include "data_views/VXGlyphRepPimpl.h"
 #include "data_views/VXImageSliceRepPimpl.h"
 #include "data_views/VXPointsRepPimpl.h"
+#include "data_views/VXVolumeRepPimpl.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
@@ -13,6 +15,7 @@
 #include <vtkCellData.h>
 #include <vtkDataArray.h>
 #include <vtkDataSet.h>
+#include <vtkImageData.h>
 #include <vtkPointData.h>
 
 #include <QMap>
@@ -25,7 +28,11 @@ const QMap<QString, VXRepresentation::Type> k_ViewNames = {
     {QStringLiteral("points"), VXRepresentation::Points},
     {QStringLiteral("wireframe"), VXRepresentation::Wireframe},
     {QStringLiteral("surface"), VXRepresentation::Surface},
-    {QStringLiteral("slice"), VXRepresentation::ImageSlice}};
+    {QStringLiteral("slice"), VXRepresentation::ImageSlice},
+    {QStringLiteral("volume"), VXRepresentation::Volume},
+    {QStringLiteral("glyph"), VXRepresentation::Glyph}};
+
+const QStringList k_GlyphNames = {QStringLiteral("arrow"), QStringLiteral("sphere"), QStringLiteral("cube")};
 
 const QString k_Magnitude = QStringLiteral("magnitude");
 
@@ -108,6 +115,25 @@ bool ViewerDataViewChoice::setView(const QString& name, QString* error)
   return true;
 }
 
+bool ViewerDataViewChoice::setGlyph(const QString& name, QString* error)
+{
+  if (!k_GlyphNames.contains(name.toLower()))
+  {
+    *error = QStringLiteral("unknown glyph '%1'; the glyphs are: %2")
+                 .arg(name, k_GlyphNames.join(QStringLiteral(", ")));
+    return false;
+  }
+  if (m_Type != VXRepresentation::None && m_Type != VXRepresentation::Glyph)
+  {
+    *error = QStringLiteral("--glyph draws glyph views: use it with --view glyph or without --view");
+    return false;
+  }
+  m_Type = VXRepresentation::Glyph;
+  const QString lower = name.toLower();
+  m_GlyphType = lower.left(1).toUpper() + lower.mid(1);
+  return true;
+}
+
 bool ViewerDataViewChoice::setColorBy(const QString& text, QString* error)
 {
   m_Array = text;
@@ -158,14 +184,13 @@ bool ViewerDataViewChoice::setPreset(const QString& name, QString* error)
 
 void ViewerDataViewChoice::applyDefaults() const
 {
-  if (m_Type == VXRepresentation::ImageSlice)
+  if (m_Type == VXRepresentation::ImageSlice || m_Type == VXRepresentation::Volume)
   {
-    // Only images can be sliced; other geometries keep the viewer's own views.
+    // Only images are sliced or drawn as volumes; other geometries keep the viewer's own views.
     UseViewerDefaults();
-    VXPipeline::setDefaultImageGeomRepType(VXRepresentation::ImageSlice);
-    return;
+    VXPipeline::setDefaultImageGeomRepType(static_cast<VXRepresentation::Type>(m_Type));
   }
-  if (m_Type != VXRepresentation::None)
+  else if (m_Type != VXRepresentation::None)
   {
     setDefaultViews(m_Type, m_Type, m_Type);
   }
@@ -177,6 +202,32 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
   if (!applySlice(bridge, view, error))
   {
     return false;
+  }
+  if (m_Type == VXRepresentation::Volume)
+  {
+    bool anyImage = false;
+    for (VXDataSource* dataSource : bridge.dataSources())
+    {
+      anyImage = anyImage || vtkImageData::SafeDownCast(dataSource->getOutput()) != nullptr;
+    }
+    if (!anyImage)
+    {
+      *error = QStringLiteral("--view volume draws images, and '%1' holds none").arg(bridge.name());
+      return false;
+    }
+  }
+  if (!m_GlyphType.isEmpty())
+  {
+    for (VXDataSource* dataSource : bridge.dataSources())
+    {
+      for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
+      {
+        if (auto* glyphs = dynamic_cast<VXGlyphRepPimpl*>(representation->implementation(view)))
+        {
+          glyphs->setGlyphType(m_GlyphType);
+        }
+      }
+    }
   }
   if (m_Array.isEmpty() && !m_Preset)
   {
@@ -204,6 +255,19 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
     found = found || array != nullptr;
     for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
     {
+      if (auto* volume = dynamic_cast<VXVolumeRepPimpl*>(representation->implementation(view)))
+      {
+        if (m_Preset)
+        {
+          volume->loadPresetColors(*m_Preset);
+        }
+        if (array != nullptr)
+        {
+          volume->setActiveArray(QString::fromUtf8(array->GetName()));
+          volume->setActiveComponent(m_Component.value_or(VXVolumeRepPimpl::k_Magnitude));
+        }
+        continue;
+      }
       auto* colouring = dynamic_cast<VXPointsRepPimpl*>(representation->implementation(view));
       if (colouring == nullptr)
       {

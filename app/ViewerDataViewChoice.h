@@ -12,9 +12,9 @@ class VXBridgeObject;
 
 /**
  * @brief What the viewer's command line asks of the data views of every file it opens: the kind of
- * view (--view), the array and component to colour by (--color-by ARRAY[:COMPONENT|:Magnitude], by name
- * or by data path) and the colour map (--preset NAME). Unknown names are refused with the names that
- * exist.
+ * view (--view) and the glyph shape (--glyph), the array and component to colour by (--color-by
+ * ARRAY[:COMPONENT|:Magnitude], by name or by data path) and the colour map (--preset NAME). Unknown names
+ * are refused with the names that exist.
  */
 class ViewerDataViewChoice
 {
@@ -29,6 +29,8 @@ public:
   bool setSliceNumber(const QString& text, QString* error);
   /** @brief --slice-axis x|y|z: the axis the image slice views step along (implies --view slice). */
   bool setSliceAxis(const QString& text, QString* error);
+  /** @brief The shape of glyphs (--glyph arrow|sphere|cube); asks for the glyph view when none was named. */
+  bool setGlyph(const QString& name, QString* error);
   /** @brief The kind of view asked for; None when --view was not given. */
   int viewType() const { return m_Type; }
 
@@ -53,4 +55,5 @@ private:
   std::optional<zr::core::ColorTableUtilities::ColorPreset> m_Preset;
   std::optional<int> m_SliceNumber;
   std::optional<int> m_SliceAxis; // 0 x, 1 y, 2 z
+  QString m_GlyphType;
 };

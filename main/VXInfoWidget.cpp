@@ -39,6 +39,10 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <vtkAlgorithm.h>
+#include <vtkAlgorithmOutput.h>
+#include <vtkImageData.h>
+
 #include <array>
 
 namespace
@@ -74,11 +78,17 @@ QStringList storedPresetNames()
   }
   return names;
 }
+// The glyph view has no preference text (it cannot be a default view) but is offered by name.
+QString addableTypeText(VXRepresentation::Type type)
+{
+  return type == VXRepresentation::Glyph ? QStringLiteral("Glyph")
+                                         : VXRepresentation::k_RepresentationTypeToString.value(type);
+}
 } // namespace
 
 const QList<VXRepresentation::Type> VXInfoWidget::k_AddableRepresentationTypes = {
     VXRepresentation::Outline, VXRepresentation::Points, VXRepresentation::Wireframe,
-    VXRepresentation::Surface};
+    VXRepresentation::Surface, VXRepresentation::Volume, VXRepresentation::Glyph};
 
 VXInfoWidget::VXInfoWidget(QWidget* parent)
     : QWidget(parent)
@@ -112,7 +122,7 @@ void VXInfoWidget::buildLayout()
   auto* addMenu = new QMenu(m_AddViewButton);
   for (VXRepresentation::Type type : k_AddableRepresentationTypes)
   {
-    QAction* action = addMenu->addAction(VXRepresentation::k_RepresentationTypeToString.value(type));
+    QAction* action = addMenu->addAction(addableTypeText(type));
     connect(action, &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
   }
   m_AddViewButton->setMenu(addMenu);
@@ -277,7 +287,25 @@ void VXInfoWidget::addRepresentationToSelection(VXRepresentation::Type type)
         "Select a data source or visual filter in the pipeline tree to add a data view to it"));
     return;
   }
+  if (!canAddRepresentationType(index, type))
+  {
+    Q_EMIT sendOutputMessage(QStringLiteral("A volume data view draws image data only: select a data source "
+                                            "or visual filter whose output is an image"));
+    return;
+  }
   m_Model->addRepresentation(index, type);
+}
+
+bool VXInfoWidget::canAddRepresentationType(const QModelIndex& index, VXRepresentation::Type type) const
+{
+  if (type != VXRepresentation::Volume)
+  {
+    return true;
+  }
+  VXCoreObject* object = m_Model ? m_Model->getCoreObject(index) : nullptr;
+  vtkAlgorithmOutput* port = object != nullptr ? object->outputPort() : nullptr;
+  return port != nullptr && port->GetProducer() != nullptr &&
+         vtkImageData::SafeDownCast(port->GetProducer()->GetOutputDataObject(port->GetIndex())) != nullptr;
 }
 
 void VXInfoWidget::removeSelectedItem()
@@ -393,8 +421,9 @@ void VXInfoWidget::showContextMenu(const QPoint& position)
       QMenu* add = menu.addMenu(QStringLiteral("Add Data View"));
       for (VXRepresentation::Type type : k_AddableRepresentationTypes)
       {
-        connect(add->addAction(VXRepresentation::k_RepresentationTypeToString.value(type)),
-                &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
+        QAction* action = add->addAction(addableTypeText(type));
+        action->setEnabled(canAddRepresentationType(index, type));
+        connect(action, &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
       }
       addImageDataViews(add, index);
       menu.addSeparator();

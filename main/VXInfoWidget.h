@@ -78,6 +78,8 @@ public:
 public Q_SLOTS:
   void onActiveViewChanged(VXAbstractViewWidget* view);
   void addRepresentationToSelection(VXRepresentation::Type type);
+  // A volume needs an image; the other views take any dataset.
+  bool canAddRepresentationType(const QModelIndex& index, VXRepresentation::Type type) const;
   // Adds a filter of the type name ("VXFClip", ...) under the selected data source or filter.
   void addFilterToSelection(const QString& filterType);
   void removeSelectedItem();

@@ -126,7 +126,8 @@ TEST(ViewerScreenshot, ViewColouringAndPresetFromTheCommandLine)
   const ViewerRun badView = runViewer(
       {mesh, QStringLiteral("--view"), QStringLiteral("cubes"), QStringLiteral("--screenshot"), shot});
   EXPECT_EQ(badView.exitCode, 2);
-  EXPECT_TRUE(badView.errors.contains(QStringLiteral("the views are: outline, points, surface, wireframe")))
+  EXPECT_TRUE(badView.errors.contains(
+      QStringLiteral("the views are: glyph, outline, points, surface, volume, wireframe")))
       << badView.errors.toStdString();
   const ViewerRun badPreset = runViewer(
       {mesh, QStringLiteral("--preset"), QStringLiteral("Nope"), QStringLiteral("--screenshot"), shot});
@@ -142,6 +143,56 @@ TEST(ViewerScreenshot, ViewColouringAndPresetFromTheCommandLine)
   EXPECT_EQ(badComponent.exitCode, 1);
   EXPECT_TRUE(badComponent.errors.contains(QStringLiteral("has 1 component(s)")))
       << badComponent.errors.toStdString();
+}
+
+TEST(ViewerScreenshot, VolumeAndGlyphViewsFromTheCommandLine)
+{
+  QTemporaryDir dir;
+  const QString image = k_DataDir + QStringLiteral("/vtk/image.vti");
+  const QString poly = k_DataDir + QStringLiteral("/vtk/poly.vtp");
+  const QString volumeShot = dir.filePath(QStringLiteral("volume.png"));
+  const QString volumeState = dir.filePath(QStringLiteral("volume.ksxstate"));
+  const ViewerRun volume = runViewer(
+      {image, QStringLiteral("--view"), QStringLiteral("volume"), QStringLiteral("--screenshot"), volumeShot,
+       QStringLiteral("--size"), QStringLiteral("400x300"), QStringLiteral("--save-state"), volumeState});
+  ASSERT_EQ(volume.exitCode, 0) << volume.errors.toStdString();
+  EXPECT_TRUE(matchesBaseline(QImage(volumeShot), QStringLiteral("image_volume_400x300")));
+  // The per-array colour and opacity maps come back from the state and are saved the same again.
+  const QString again = dir.filePath(QStringLiteral("again.ksxstate"));
+  const ViewerRun resaved =
+      runViewer({QStringLiteral("--state"), volumeState, QStringLiteral("--save-state"), again});
+  ASSERT_EQ(resaved.exitCode, 0) << resaved.errors.toStdString();
+  QFile first(volumeState);
+  QFile second(again);
+  ASSERT_TRUE(first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly));
+  const QByteArray saved = first.readAll();
+  EXPECT_TRUE(saved.contains("array_scalar_opacity_fct"));
+  EXPECT_EQ(saved.toStdString(), second.readAll().toStdString());
+
+  const QString glyphShot = dir.filePath(QStringLiteral("glyphs.png"));
+  const ViewerRun glyphs =
+      runViewer({poly, QStringLiteral("--glyph"), QStringLiteral("sphere"), QStringLiteral("--screenshot"),
+                 glyphShot, QStringLiteral("--size"), QStringLiteral("400x300")});
+  ASSERT_EQ(glyphs.exitCode, 0) << glyphs.errors.toStdString();
+  EXPECT_TRUE(matchesBaseline(QImage(glyphShot), QStringLiteral("poly_glyph_spheres_400x300")));
+
+  const QString shot = dir.filePath(QStringLiteral("bad.png"));
+  const ViewerRun notAnImage = runViewer(
+      {poly, QStringLiteral("--view"), QStringLiteral("volume"), QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(notAnImage.exitCode, 1);
+  EXPECT_TRUE(notAnImage.errors.contains(QStringLiteral("--view volume draws images")))
+      << notAnImage.errors.toStdString();
+  const ViewerRun badGlyph = runViewer(
+      {poly, QStringLiteral("--glyph"), QStringLiteral("teapot"), QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(badGlyph.exitCode, 2);
+  EXPECT_TRUE(badGlyph.errors.contains(QStringLiteral("the glyphs are: arrow, sphere, cube")))
+      << badGlyph.errors.toStdString();
+  const ViewerRun glyphOfSurface =
+      runViewer({poly, QStringLiteral("--view"), QStringLiteral("surface"), QStringLiteral("--glyph"),
+                 QStringLiteral("cube"), QStringLiteral("--screenshot"), shot});
+  EXPECT_EQ(glyphOfSurface.exitCode, 2);
+  EXPECT_TRUE(glyphOfSurface.errors.contains(QStringLiteral("--glyph draws glyph views")))
+      << glyphOfSurface.errors.toStdString();
 }
 
 TEST(ViewerState, ASavedStateRendersTheSamePictureAndMovesWithItsData)

@@ -369,16 +369,19 @@ TEST_F(InfoWidgetTest, ToolbarAddsAndRemovesDataViewsOfTheSelection)
   {
     m_Info.addRepresentationToSelection(type);
   }
-  ASSERT_EQ(m_Model.rowCount(sourceIndex), 5);
+  // Every kind but the volume, which draws images only and is refused with a message for a mesh.
+  ASSERT_EQ(m_Model.rowCount(sourceIndex), 1 + VXInfoWidget::k_AddableRepresentationTypes.size() - 1);
+  EXPECT_EQ(messages.count(), 2);
   EXPECT_EQ(m_Model.getRepresentation(m_Model.index(4, 1, sourceIndex))->getType(),
             VXRepresentation::Surface);
+  EXPECT_EQ(m_Model.getRepresentation(m_Model.index(5, 1, sourceIndex))->getType(), VXRepresentation::Glyph);
 
   const QModelIndex points = m_Model.index(2, 1, sourceIndex);
   EXPECT_EQ(m_Model.getRepresentation(points)->getType(), VXRepresentation::Points);
   m_Info.selectIndex(points);
   EXPECT_GE(highlights.count(), 1);
   m_Info.removeSelectedItem();
-  EXPECT_EQ(m_Model.rowCount(sourceIndex), 4);
+  EXPECT_EQ(m_Model.rowCount(sourceIndex), 5);
 
   // The panel of a source goes back to its source when another row is shown.
   m_Info.selectIndex(sourceIndex);

@@ -1,0 +1,360 @@
+// The volume and glyph views as the pipeline builds them, against the bare toolkit in the same run.
+// Needs a display: run it under
+//   xvfb-run -a -s "-screen 0 1600x1200x24" build/bench/bench-volume-glyph-views
+//
+// 1. A 256^3 float image as a volume: first frame (the view is added to an imported data source and
+//    drawn in a new window) and redraw, against a bare vtkSmartVolumeMapper with the same two-point
+//    opacity ramp over the same image in a window of the same size.
+// 2. 10^6 arrow glyphs oriented by a vector array: first frame and redraw, against a bare
+//    vtkGlyph3DMapper with the same arrow source and orientation.
+// Each view may cost no more than 10 % over the bare toolkit (ratio <= 1.10).
+#include "ZRBenchRatioReporter.h"
+
+#include "data_views/VXGlyphRepPimpl.h"
+#include "data_views/VXRepresentation.h"
+#include "data_views/VXVolumeRepPimpl.h"
+#include "pipeline/VXBridgeObject.h"
+#include "pipeline/VXDataSource.h"
+#include "pipeline/VXPipeline.h"
+#include "views/VXAbstractViewWidget.h"
+#include "views/VXViewGridWidget.h"
+#include "views/VXVisualizationWidget.h"
+
+#include <vtkActor.h>
+#include <vtkArrowSource.h>
+#include <vtkCamera.h>
+#include <vtkCellArray.h>
+#include <vtkColorTransferFunction.h>
+#include <vtkFloatArray.h>
+#include <vtkGlyph3DMapper.h>
+#include <vtkImageData.h>
+#include <vtkNew.h>
+#include <vtkPiecewiseFunction.h>
+#include <vtkPointData.h>
+#include <vtkPoints.h>
+#include <vtkPolyData.h>
+#include <vtkRenderWindow.h>
+#include <vtkRenderer.h>
+#include <vtkSmartVolumeMapper.h>
+#include <vtkVolume.h>
+#include <vtkVolumeProperty.h>
+
+#include <QApplication>
+#include <QSurfaceFormat>
+#include <QTest>
+#include <QVTKOpenGLNativeWidget.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+
+namespace
+{
+constexpr int k_Width = 800;
+constexpr int k_Height = 600;
+constexpr int k_ImageSize = 256;
+constexpr int k_GlyphSide = 1000; // 10^6 glyphs
+constexpr int k_FramesPerIteration = 3;
+
+using Clock = std::chrono::steady_clock;
+
+double seconds(Clock::time_point start)
+{
+  return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+template<typename Frame>
+double fastestOf(int count, Frame frame)
+{
+  double fastest = 1e30;
+  for (int i = 0; i < count; ++i)
+  {
+    const auto start = Clock::now();
+    frame();
+    fastest = std::min(fastest, seconds(start));
+  }
+  return fastest;
+}
+
+vtkImageData* image()
+{
+  static vtkSmartPointer<vtkImageData> s_Image;
+  if (s_Image == nullptr)
+  {
+    s_Image = vtkSmartPointer<vtkImageData>::New();
+    s_Image->SetDimensions(k_ImageSize, k_ImageSize, k_ImageSize);
+    vtkNew<vtkFloatArray> values;
+    values->SetName("Distance");
+    values->SetNumberOfTuples(vtkIdType(k_ImageSize) * k_ImageSize * k_ImageSize);
+    const double centre = (k_ImageSize - 1) / 2.0;
+    vtkIdType id = 0;
+    for (int z = 0; z < k_ImageSize; ++z)
+      for (int y = 0; y < k_ImageSize; ++y)
+        for (int x = 0; x < k_ImageSize; ++x)
+        {
+          const double dx = x - centre, dy = y - centre, dz = z - centre;
+          values->SetValue(id++, static_cast<float>(std::sqrt(dx * dx + dy * dy + dz * dz)));
+        }
+    s_Image->GetPointData()->AddArray(values);
+  }
+  return s_Image;
+}
+
+vtkPolyData* glyphPoints()
+{
+  static vtkSmartPointer<vtkPolyData> s_Points;
+  if (s_Points == nullptr)
+  {
+    s_Points = vtkSmartPointer<vtkPolyData>::New();
+    vtkNew<vtkPoints> points;
+    vtkNew<vtkCellArray> vertices;
+    vtkNew<vtkFloatArray> direction;
+    direction->SetName("Direction");
+    direction->SetNumberOfComponents(3);
+    for (int y = 0; y < k_GlyphSide; ++y)
+      for (int x = 0; x < k_GlyphSide; ++x)
+      {
+        const vtkIdType id = points->InsertNextPoint(x, y, 0.0);
+        vertices->InsertNextCell(1, &id);
+        const double angle = 0.01 * (x + y);
+        direction->InsertNextTuple3(std::cos(angle), std::sin(angle), 0.0);
+      }
+    s_Points->SetPoints(points);
+    s_Points->SetVerts(vertices);
+    s_Points->GetPointData()->AddArray(direction);
+  }
+  return s_Points;
+}
+
+// The data reaches our pipeline as a data source of an in-memory "file" bridge: one trivial producer.
+struct OurScene
+{
+  explicit OurScene(vtkDataObject* data, VXRepresentation::Type type)
+  {
+    grid.resize(k_Width, k_Height);
+    grid.show();
+    QTest::qWaitForWindowExposed(&grid);
+    pipeline.setActiveViewWidget(grid.activeView());
+    visualization = grid.activeView()->getVisualizationWidget();
+    dataSource = new VXDataSource(&pipeline);
+    dataSource->setPipeline(&pipeline);
+    dataSource->setDataSet(vtkDataSet::SafeDownCast(data));
+    pipeline.addRepresentation(dataSource, type);
+    representation = dataSource->findChildren<VXRepresentation*>().value(0);
+    visualization->resetCamera();
+  }
+
+  void draw() { visualization->renderWindow()->Render(); }
+
+  VXViewGridWidget grid;
+  VXPipeline pipeline;
+  VXDataSource* dataSource = nullptr;
+  VXRepresentation* representation = nullptr;
+  VXVisualizationWidget* visualization = nullptr;
+};
+
+struct BareScene
+{
+  BareScene()
+  {
+    window->SetSize(k_Width, k_Height);
+    window->SetMultiSamples(0);
+    window->AddRenderer(renderer);
+  }
+  vtkNew<vtkRenderWindow> window;
+  vtkNew<vtkRenderer> renderer;
+};
+
+void addBareVolume(BareScene& scene)
+{
+  vtkNew<vtkSmartVolumeMapper> mapper;
+  mapper->SetInputData(image());
+  double range[2];
+  image()->GetPointData()->GetArray("Distance")->GetRange(range);
+  vtkNew<vtkColorTransferFunction> colours;
+  colours->AddRGBPoint(range[0], 0.23, 0.30, 0.75);
+  colours->AddRGBPoint(range[1], 0.71, 0.02, 0.15);
+  vtkNew<vtkPiecewiseFunction> opacity;
+  opacity->AddPoint(range[0], 0.0);
+  opacity->AddPoint(range[1], 1.0);
+  vtkNew<vtkVolumeProperty> property;
+  property->SetColor(colours);
+  property->SetScalarOpacity(opacity);
+  property->SetInterpolationTypeToLinear();
+  vtkNew<vtkVolume> volume;
+  volume->SetMapper(mapper);
+  volume->SetProperty(property);
+  scene.renderer->AddVolume(volume);
+  scene.renderer->ResetCamera();
+}
+
+void addBareGlyphs(BareScene& scene)
+{
+  vtkNew<vtkArrowSource> arrow;
+  vtkNew<vtkGlyph3DMapper> mapper;
+  mapper->SetInputData(glyphPoints());
+  mapper->SetSourceConnection(arrow->GetOutputPort());
+  mapper->OrientOn();
+  mapper->SetOrientationArray("Direction");
+  mapper->SetScaleFactor(0.8);
+  vtkNew<vtkActor> actor;
+  actor->SetMapper(mapper);
+  scene.renderer->AddActor(actor);
+  scene.renderer->ResetCamera();
+}
+
+void BM_OurVolumeFirstFrame(benchmark::State& state)
+{
+  for (auto _ : state)
+  {
+    const auto start = Clock::now();
+    OurScene scene(image(), VXRepresentation::Volume);
+    scene.draw();
+    state.SetIterationTime(seconds(start));
+  }
+}
+
+void BM_BareVolumeFirstFrame(benchmark::State& state)
+{
+  for (auto _ : state)
+  {
+    const auto start = Clock::now();
+    BareScene scene;
+    addBareVolume(scene);
+    scene.window->Render();
+    state.SetIterationTime(seconds(start));
+  }
+}
+
+void BM_OurVolumeRedraw(benchmark::State& state)
+{
+  OurScene scene(image(), VXRepresentation::Volume);
+  scene.draw();
+  for (auto _ : state)
+  {
+    state.SetIterationTime(fastestOf(k_FramesPerIteration,
+                                     [&scene]()
+                                     {
+                                       scene.visualization->getRenderer()->GetActiveCamera()->Azimuth(1.0);
+                                       scene.draw();
+                                     }));
+  }
+}
+
+void BM_BareVolumeRedraw(benchmark::State& state)
+{
+  BareScene scene;
+  addBareVolume(scene);
+  scene.window->Render();
+  for (auto _ : state)
+  {
+    state.SetIterationTime(fastestOf(k_FramesPerIteration,
+                                     [&scene]()
+                                     {
+                                       scene.renderer->GetActiveCamera()->Azimuth(1.0);
+                                       scene.window->Render();
+                                     }));
+  }
+}
+
+OurScene* orientGlyphs(OurScene* scene)
+{
+  if (scene->representation != nullptr)
+  {
+    for (VXRepresentationPimpl* implementation : scene->representation->getDataViewSplits())
+    {
+      if (auto* glyphs = dynamic_cast<VXGlyphRepPimpl*>(implementation))
+      {
+        glyphs->setOrientationArray(QStringLiteral("Direction"));
+        glyphs->setScaleFactor(0.8);
+      }
+    }
+  }
+  return scene;
+}
+
+void BM_OurGlyphsFirstFrame(benchmark::State& state)
+{
+  for (auto _ : state)
+  {
+    const auto start = Clock::now();
+    OurScene scene(glyphPoints(), VXRepresentation::Glyph);
+    orientGlyphs(&scene)->draw();
+    state.SetIterationTime(seconds(start));
+  }
+}
+
+void BM_BareGlyphsFirstFrame(benchmark::State& state)
+{
+  for (auto _ : state)
+  {
+    const auto start = Clock::now();
+    BareScene scene;
+    addBareGlyphs(scene);
+    scene.window->Render();
+    state.SetIterationTime(seconds(start));
+  }
+}
+
+void BM_OurGlyphsRedraw(benchmark::State& state)
+{
+  OurScene scene(glyphPoints(), VXRepresentation::Glyph);
+  orientGlyphs(&scene)->draw();
+  for (auto _ : state)
+  {
+    state.SetIterationTime(fastestOf(k_FramesPerIteration,
+                                     [&scene]()
+                                     {
+                                       scene.visualization->getRenderer()->GetActiveCamera()->Azimuth(1.0);
+                                       scene.draw();
+                                     }));
+  }
+}
+
+void BM_BareGlyphsRedraw(benchmark::State& state)
+{
+  BareScene scene;
+  addBareGlyphs(scene);
+  scene.window->Render();
+  for (auto _ : state)
+  {
+    state.SetIterationTime(fastestOf(k_FramesPerIteration,
+                                     [&scene]()
+                                     {
+                                       scene.renderer->GetActiveCamera()->Azimuth(1.0);
+                                       scene.window->Render();
+                                     }));
+  }
+}
+
+BENCHMARK(BM_OurVolumeFirstFrame)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_BareVolumeFirstFrame)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_OurVolumeRedraw)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_BareVolumeRedraw)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_OurGlyphsFirstFrame)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_BareGlyphsFirstFrame)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(3);
+BENCHMARK(BM_OurGlyphsRedraw)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+BENCHMARK(BM_BareGlyphsRedraw)->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(5);
+} // namespace
+
+int main(int argc, char** argv)
+{
+  QSurfaceFormat::setDefaultFormat(QVTKOpenGLNativeWidget::defaultFormat());
+  QApplication app(argc, argv);
+  benchmark::Initialize(&argc, argv);
+  // Data made once, outside every measurement.
+  image();
+  glyphPoints();
+  ZRBenchRatioReporter reporter(
+      {{"BM_OurVolumeFirstFrame/iterations:3/manual_time",
+        "BM_BareVolumeFirstFrame/iterations:3/manual_time"},
+       {"BM_OurVolumeRedraw/iterations:5/manual_time", "BM_BareVolumeRedraw/iterations:5/manual_time"},
+       {"BM_OurGlyphsFirstFrame/iterations:3/manual_time",
+        "BM_BareGlyphsFirstFrame/iterations:3/manual_time"},
+       {"BM_OurGlyphsRedraw/iterations:5/manual_time", "BM_BareGlyphsRedraw/iterations:5/manual_time"}});
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  reporter.printRatios();
+  std::printf("Limit: ratio <= 1.10 against the bare toolkit for first frames and redraws.\n");
+  return 0;
+}
