@@ -9,17 +9,21 @@
 #include "ui_VXSpreadsheet.h"
 
 #include "data_bridge/ZRVtkLibFileTypes.h"
+#include "platform/ZRDragAndDrop.h"
 #include "platform/ZRLocale.h"
 #include "platform/ZRPreferences.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QDragEnterEvent>
+#include <QDropEvent>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QHeaderView>
 #include <QIntValidator>
 #include <QMenu>
+#include <QMimeData>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QSet>
@@ -70,6 +74,48 @@ VXSpreadsheet::VXSpreadsheet(QWidget* parent)
   connect(m_Ui->tableView->verticalScrollBar(), &QScrollBar::valueChanged, this,
           &VXSpreadsheet::onVerticalScroll);
   setModel(new VXBasicSpreadsheetModel());
+  setAcceptDrops(true);
+}
+
+void VXSpreadsheet::dragEnterEvent(QDragEnterEvent* event)
+{
+  if (!event->mimeData()->hasFormat(ZR::DragAndDrop::DataStructureItem))
+  {
+    event->ignore();
+    return;
+  }
+  if (!ZR::DragAndDrop::DropValuesFromMimeData(event->mimeData()).has_value())
+  {
+    Q_EMIT printOutput(QStringLiteral("An error occurred while dragging the DataObject"));
+    event->ignore();
+    return;
+  }
+  event->acceptProposedAction();
+}
+
+void VXSpreadsheet::dragMoveEvent(QDragMoveEvent* event)
+{
+  if (event->mimeData()->hasFormat(ZR::DragAndDrop::DataStructureItem))
+  {
+    event->acceptProposedAction();
+  }
+}
+
+void VXSpreadsheet::dropEvent(QDropEvent* event)
+{
+  const auto values = ZR::DragAndDrop::DropValuesFromMimeData(event->mimeData());
+  if (!values.has_value())
+  {
+    event->ignore();
+    return;
+  }
+  std::vector<zr::core::DataPath> paths;
+  for (const ZR::DragAndDrop::DataPathDropValue& value : *values)
+  {
+    paths.push_back(value.path);
+  }
+  event->acceptProposedAction();
+  Q_EMIT dataArraysDropped(paths);
 }
 
 VXSpreadsheet::~VXSpreadsheet() = default;

@@ -5,7 +5,11 @@
 
 #include "ui_VXSpreadsheetColorOptions.h"
 
+#include "colour/VXCustomRangeDialog.h"
 #include "colour/VXLookupTable.h"
+#include "platform/ColorPresetsDialog.h"
+#include "platform/ColorPresetsFile.h"
+#include "platform/ColorPresetsTableModel.h"
 #include "platform/ZRPreferences.h"
 
 #include <vtkColorTransferFunction.h>
@@ -56,7 +60,9 @@ VXSpreadsheetColorOptions::VXSpreadsheetColorOptions(VXSpreadsheetOptions* optio
   connect(m_Ui->m_InvertColorBtn, &QPushButton::toggled, this, &VXSpreadsheetColorOptions::invertColorMap);
   connect(m_Ui->scaleToDataBtn, &QPushButton::clicked, this, &VXSpreadsheetColorOptions::rescaleToDataRange);
   connect(m_Ui->m_ColorPresetButton, &QPushButton::clicked, this,
-          &VXSpreadsheetColorOptions::restoreDefaultColorMap);
+          &VXSpreadsheetColorOptions::showColorPresetsDialog);
+  connect(m_Ui->customRangeBtn, &QPushButton::clicked, this,
+          &VXSpreadsheetColorOptions::showCustomRangeDialog);
   initializeLookupTable();
   enableControls(false);
 }
@@ -82,11 +88,98 @@ void VXSpreadsheetColorOptions::initializeLookupTable()
     m_LookupTable->setRange(0.0, 0.0);
     setRangeLabels(0.0, 0.0);
   }
+  if (m_CustomRangeDialog)
+  {
+    m_CustomRangeDialog->setRange(m_LookupTable->getRange());
+  }
   if (m_Inverted)
   {
     m_LookupTable->invert();
   }
-  m_Ui->colorMapPixmapLabel->setPixmap(MapStrip(m_LookupTable->getColorTransferFunction(), false));
+  m_PresetPixmap = ColorPresetsTableModel::CreateColorBar(preset);
+  showPixmap(m_PresetPixmap);
+}
+
+void VXSpreadsheetColorOptions::showPixmap(const QPixmap& pixmap)
+{
+  if (pixmap.isNull())
+  {
+    m_Ui->colorMapPixmapLabel->setPixmap(MapStrip(m_LookupTable->getColorTransferFunction(), false));
+    return;
+  }
+  m_Ui->colorMapPixmapLabel->setPixmap(m_Inverted ? pixmap.transformed(QTransform().scale(-1.0, 1.0))
+                                                  : pixmap);
+}
+
+ColorPresetsDialog* VXSpreadsheetColorOptions::colorPresetsDialog()
+{
+  if (!m_PresetsDialog)
+  {
+    m_PresetsDialog = new ColorPresetsDialog(this);
+    m_PresetsDialog->setNanColor(m_LookupTable->getNANColor(), false);
+    connect(m_PresetsDialog.data(), &ColorPresetsDialog::applyPreset, this,
+            &VXSpreadsheetColorOptions::onColorMapChanged);
+    connect(m_PresetsDialog.data(), &ColorPresetsDialog::restoreDefaultPreset, this,
+            &VXSpreadsheetColorOptions::restoreDefaultColorMap);
+    connect(m_PresetsDialog.data(), &ColorPresetsDialog::nanColorChanged, this,
+            &VXSpreadsheetColorOptions::onNanColorChanged);
+  }
+  return m_PresetsDialog;
+}
+
+VXCustomRangeDialog* VXSpreadsheetColorOptions::customRangeDialog()
+{
+  if (!m_CustomRangeDialog)
+  {
+    m_CustomRangeDialog = new VXCustomRangeDialog(this);
+    m_CustomRangeDialog->setWindowTitle(QStringLiteral("Set Custom Data Range"));
+    m_CustomRangeDialog->setRange(m_LookupTable->getRange());
+    connect(m_CustomRangeDialog.data(), &VXCustomRangeDialog::rescale, this,
+            &VXSpreadsheetColorOptions::rescaleToCustomRange);
+    connect(m_CustomRangeDialog.data(), &VXCustomRangeDialog::needsRangeReset, this,
+            &VXSpreadsheetColorOptions::rescaleToDataRange);
+  }
+  return m_CustomRangeDialog;
+}
+
+void VXSpreadsheetColorOptions::showColorPresetsDialog()
+{
+  ColorPresetsDialog* dialog = colorPresetsDialog();
+  dialog->selectPreset(m_PresetName);
+  dialog->show();
+  dialog->raise();
+}
+
+void VXSpreadsheetColorOptions::showCustomRangeDialog()
+{
+  VXCustomRangeDialog* dialog = customRangeDialog();
+  dialog->setRange(m_LookupTable->getRange());
+  dialog->show();
+  dialog->raise();
+}
+
+void VXSpreadsheetColorOptions::onColorMapChanged(const zr::core::ColorTableUtilities::ColorPreset& preset,
+                                                  const QPixmap& pixmap)
+{
+  const std::array<double, 2> range = m_LookupTable->getRange();
+  const QColor nanColor = m_LookupTable->getNANColor();
+  m_LookupTable->parseRgbJson(preset);
+  m_LookupTable->setRange(range[0], range[1]);
+  m_LookupTable->setNANColor(nanColor);
+  m_PresetName = QString::fromStdString(preset.m_Name);
+  if (m_Inverted)
+  {
+    m_LookupTable->invert();
+  }
+  m_PresetPixmap = pixmap.isNull() ? ColorPresetsTableModel::CreateColorBar(preset) : pixmap;
+  showPixmap(m_PresetPixmap);
+  emitIfUsed();
+}
+
+void VXSpreadsheetColorOptions::onNanColorChanged(const QColor& color)
+{
+  m_LookupTable->setNANColor(color);
+  emitIfUsed();
 }
 
 vtkColorTransferFunction* VXSpreadsheetColorOptions::getColorTransferFunction()
@@ -168,6 +261,10 @@ void VXSpreadsheetColorOptions::enableControls(bool enable)
 void VXSpreadsheetColorOptions::setRange(const std::array<double, 2>& range)
 {
   m_LookupTable->setRange(range[0], range[1]);
+  if (m_CustomRangeDialog)
+  {
+    m_CustomRangeDialog->setRange(range);
+  }
   setRangeLabels(range[0], range[1]);
 }
 
@@ -200,7 +297,7 @@ void VXSpreadsheetColorOptions::invertColorMap(bool inverted)
   }
   m_Inverted = inverted;
   m_LookupTable->invert();
-  m_Ui->colorMapPixmapLabel->setPixmap(MapStrip(getColorTransferFunction(), false));
+  showPixmap(m_PresetPixmap);
   emitIfUsed();
 }
 
@@ -224,17 +321,8 @@ void VXSpreadsheetColorOptions::onBackgroundColorCheckBoxChanged()
 
 void VXSpreadsheetColorOptions::restoreDefaultColorMap()
 {
-  const std::array<double, 2> range = m_LookupTable->getRange();
   const auto preset = ZRPreferences::Instance()->getDefaultColorPreset();
-  m_LookupTable->parseRgbJson(preset);
-  m_LookupTable->setRange(range[0], range[1]);
-  m_PresetName = QString::fromStdString(preset.m_Name);
-  if (m_Inverted)
-  {
-    m_LookupTable->invert();
-  }
-  m_Ui->colorMapPixmapLabel->setPixmap(MapStrip(getColorTransferFunction(), false));
-  emitIfUsed();
+  onColorMapChanged(preset, ColorPresetsTableModel::CreateColorBar(preset));
 }
 
 void VXSpreadsheetColorOptions::clear()
@@ -280,6 +368,32 @@ void VXSpreadsheetColorOptions::loadState(const nlohmann::json& json)
     {
       m_LookupTable->setRange(m_CustomRange[0], m_CustomRange[1]);
       setRangeLabels(m_CustomRange[0], m_CustomRange[1]);
+    }
+  }
+  if (json.contains(k_PresetKey) && json[k_PresetKey].is_string())
+  {
+    const QString name = QString::fromStdString(json[k_PresetKey].get<std::string>());
+    if (name != m_PresetName)
+    {
+      // A preset that is gone falls back to the default one.
+      auto preset = ZRPreferences::Instance()->getDefaultColorPreset();
+      if (m_PresetsDialog && m_PresetsDialog->presetsModel()->rowOfName(name) >= 0)
+      {
+        preset = m_PresetsDialog->presetsModel()->preset(m_PresetsDialog->presetsModel()->rowOfName(name));
+      }
+      else
+      {
+        for (const auto& builtIn : ColorPresetsFile::BuiltInPresets())
+        {
+          if (QString::fromStdString(builtIn.m_Name) == name)
+          {
+            preset = builtIn;
+            break;
+          }
+        }
+      }
+      const QSignalBlocker blocker(this);
+      onColorMapChanged(preset, QPixmap());
     }
   }
   if (json.contains(k_UseKey) && json[k_UseKey].is_boolean())

@@ -4,11 +4,17 @@
 
 #include <vtkColorTransferFunction.h>
 
+#include "data_bridge/zr_contract/ColorPreset.h"
+
+#include <QPixmap>
+#include <QPointer>
 #include <QWidget>
 
 #include <array>
 #include <memory>
 
+class ColorPresetsDialog;
+class VXCustomRangeDialog;
 class VXLookupTable;
 class VXSpreadsheetOptions;
 class vtkColorTransferFunction;
@@ -45,7 +51,15 @@ public:
   void rescaleToDataRange();
   void rescaleToCustomRange(double min, double max);
   void invertColorMap(bool inverted);
+  void onColorMapChanged(const zr::core::ColorTableUtilities::ColorPreset& preset, const QPixmap& pixmap);
+  void onNanColorChanged(const QColor& color);
   void onBackgroundColorCheckBoxChanged();
+  /** @brief The preset dialog, made on first use. */
+  ColorPresetsDialog* colorPresetsDialog();
+  /** @brief The custom range dialog, made on first use. */
+  VXCustomRangeDialog* customRangeDialog();
+  void showColorPresetsDialog();
+  void showCustomRangeDialog();
   void restoreDefaultColorMap();
   void initializeLookupTable();
   void clear();
@@ -60,7 +74,12 @@ private:
   void emitIfUsed();
   void enableControls(bool enable);
 
+  void showPixmap(const QPixmap& pixmap);
+
   std::unique_ptr<Ui::VXSpreadsheetColorOptions> m_Ui;
+  QPointer<ColorPresetsDialog> m_PresetsDialog;
+  QPointer<VXCustomRangeDialog> m_CustomRangeDialog;
+  QPixmap m_PresetPixmap;
   VXSpreadsheetOptions* m_Options = nullptr;
   VXLookupTable* m_LookupTable = nullptr;
   std::array<double, 2> m_CustomRange{0.0, 0.0};
