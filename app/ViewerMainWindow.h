@@ -11,6 +11,7 @@ class QPlainTextEdit;
 class VXAbstractViewWidget;
 class VXPipeline;
 class VXViewGridWidget;
+class ViewerChartsWindow;
 class ViewerMainWidget;
 
 /**
@@ -94,6 +95,7 @@ private:
   ViewerFilterSteps m_FilterSteps;
   ViewerMainWidget* m_MainWidget = nullptr;
   QPlainTextEdit* m_OutputPane = nullptr;
+  ViewerChartsWindow* m_Charts = nullptr;
   QMenu* m_RecentMenu = nullptr;
   bool m_Interactive = true;
   // Messages of the state load under way that say it failed.
