@@ -4,6 +4,8 @@
 #include "charts/VXChartSeriesInputWidget.h"
 #include "charts/VXChartingViewWidget.h"
 #include "data_bridge/zr_contract/KestrixReaderLoader.h"
+#include "platform/ZRDataStructureTreeView.h"
+#include "platform/ZRDataStructureWidget.h"
 
 #include <nlohmann/json.hpp>
 
@@ -57,7 +59,8 @@ VXChartingWidget::VXChartingWidget(QWidget* parent)
       QStringLiteral("To Import Data For Charting<ul><li>- Run a pipeline</li><li>- Drag and drop compatible "
                      "files here</li><li>  (.kestrix, .ksxstate)</li></ul>"));
   leftLayout->addWidget(m_FileLabel);
-  leftLayout->addStretch();
+  m_Tree = new ZRDataStructureWidget(left);
+  leftLayout->addWidget(m_Tree, 1);
   splitter->addWidget(left);
   splitter->addWidget(m_View);
   auto* right = new QWidget(splitter);
@@ -110,6 +113,9 @@ void VXChartingWidget::setDataStructure(const std::shared_ptr<const zr::core::Da
   m_FilePath = filePath;
   m_FileLabel->setText(filePath.isEmpty() ? QStringLiteral("Data of the last pipeline run") : filePath);
   m_View->setDataStructure(dataStructure);
+  // The tree only reads the structure; it takes it as the host's model does.
+  m_Tree->getDataStructureTreeView()->setActiveDataStructure(
+      std::const_pointer_cast<zr::core::DataStructure>(dataStructure));
 }
 
 bool VXChartingWidget::setDataStructure(const QString& filePath, bool quiet)

@@ -10,6 +10,7 @@
 class QLabel;
 class QScrollArea;
 class VXChartingViewWidget;
+class ZRDataStructureWidget;
 namespace zr::core
 {
 class DataStructure;
@@ -28,6 +29,8 @@ public:
   ~VXChartingWidget() override;
 
   VXChartingViewWidget* activeView() const { return m_View; }
+  /** @brief The tree arrays are dragged from onto the chart inputs. */
+  ZRDataStructureWidget* dataStructureWidget() const { return m_Tree; }
   QString kestrixFilePath() const { return m_FilePath; }
   /** @brief Data from the host's pipeline, with the file it was saved to (may be empty). */
   void setDataStructure(const std::shared_ptr<const zr::core::DataStructure>& dataStructure,
@@ -54,6 +57,7 @@ protected:
 
 private:
   QLabel* m_FileLabel = nullptr;
+  ZRDataStructureWidget* m_Tree = nullptr;
   VXChartingViewWidget* m_View = nullptr;
   QScrollArea* m_SeriesPage = nullptr;
   QScrollArea* m_PropertiesPage = nullptr;

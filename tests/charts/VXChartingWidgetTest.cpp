@@ -7,9 +7,15 @@
 #include "charts/VXHistogramSeriesInputWidget.h"
 #include "data_bridge/zr_contract/DataArray.h"
 #include "data_bridge/zr_contract/DataStructure.h"
+#include "platform/ZRDataStructureModel.h"
+#include "platform/ZRDataStructureTreeView.h"
+#include "platform/ZRDataStructureWidget.h"
+#include "platform/ZRDragAndDrop.h"
 
 #include <nlohmann/json.hpp>
 
+#include <QItemSelectionModel>
+#include <QMimeData>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QTabWidget>
@@ -117,5 +123,31 @@ TEST(VXChartingWidgetTest, AStateWithoutViewsStopsWithItsMessage)
   EXPECT_FALSE(charting.loadState(nlohmann::json{{"num_chart_tabs", 1}}));
   EXPECT_EQ(output.at(1).at(0).toString(),
             "Error reading charting state from state file; no kestrix_file_path key found");
+}
+} // namespace
+
+namespace
+{
+TEST(VXChartingWidgetTest, ArraysDraggedFromTheTreeFeedAChart)
+{
+  VXChartingWidget charting;
+  charting.setDataStructure(Digits(), QString());
+  ZRDataStructureTreeView* tree = charting.dataStructureWidget()->getDataStructureTreeView();
+  ZRDataStructureModel* model = tree->getDataStructureModel();
+  ASSERT_EQ(model->rowCount(), 1);
+  const QModelIndex digits = model->indexOf(*DataPath::FromString("Digits"));
+  ASSERT_TRUE(digits.isValid());
+  tree->selectionModel()->select(digits, QItemSelectionModel::Select);
+  ASSERT_EQ(tree->selectedArrayPaths().size(), 1u);
+  // What the tree hands to a drag of the selected array.
+  const std::unique_ptr<QMimeData> mime(model->mimeData({digits}));
+  ASSERT_NE(mime, nullptr);
+
+  VXChartingViewWidget* view = charting.activeView();
+  SelectorOf(*view)->findChild<QPushButton*>("Histogram")->click();
+  auto* histogram = dynamic_cast<VXHistogramSeriesInputWidget*>(view->inputAt(0));
+  ASSERT_NE(histogram, nullptr);
+  ASSERT_TRUE(histogram->input()->dropMimeData(mime.get()));
+  EXPECT_EQ(view->chartAt(0)->getSeriesValues("Digits"), std::vector<double>(10, 1.0));
 }
 } // namespace
