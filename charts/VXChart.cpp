@@ -1310,3 +1310,12 @@ void VXChart::readSettings()
     }
   }
 }
+
+void VXChart::ClearSettings()
+{
+  QtZRSettings settings;
+  settings.beginGroup(ZR::SettingsKeys::k_VisualizationSettings);
+  settings.beginGroup(ZR::SettingsKeys::k_ChartPropertySettingsGroup);
+  settings.clearGroup();
+  settings.sync();
+}

@@ -216,6 +216,8 @@ public:
   void readSettings();
   void writeSettings() const;
   void saveDefaultSettings() const { writeSettings(); }
+  /** @brief Forgets the stored defaults of new charts. */
+  static void ClearSettings();
 
 Q_SIGNALS:
   void clicked();

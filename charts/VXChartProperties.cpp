@@ -12,6 +12,7 @@
 #include <QClipboard>
 #include <QDoubleValidator>
 #include <QMenu>
+#include <QMessageBox>
 #include <QSignalBlocker>
 
 #include <tuple>
@@ -432,6 +433,34 @@ void VXChartProperties::loadState(const nlohmann::json& json)
   m_Chart->readProperties(properties);
   syncFromChart();
   saveUserInputMinMax();
+}
+
+void VXChartProperties::askToSaveDefaultSettings()
+{
+  if (m_Chart == nullptr ||
+      QMessageBox::question(
+          this, QStringLiteral("Save Default Chart Property Settings"),
+          QStringLiteral("Do you want to save the current setting values as the default values? (Data "
+                         "specific settings will not be saved)")) != QMessageBox::Yes)
+  {
+    return;
+  }
+  m_Chart->writeSettings();
+}
+
+void VXChartProperties::askToResetDefaultSettings()
+{
+  if (m_Chart == nullptr ||
+      QMessageBox::question(
+          this, QStringLiteral("Reset Default Settings"),
+          QStringLiteral("Do you want to reset the default settings for chart properties to the "
+                         "application default values?")) != QMessageBox::Yes)
+  {
+    return;
+  }
+  VXChart::ClearSettings();
+  m_Chart->resetProperties();
+  syncFromChart();
 }
 
 void VXChartProperties::copySettings()

@@ -49,6 +49,10 @@ public:
   void saveState(nlohmann::json& json) const;
   /** @brief Reads "chart_properties" when present; a missing key keeps the current value. */
   void loadState(const nlohmann::json& json);
+  /** @brief Asks, then stores the chart's current properties as the defaults of new charts. */
+  void askToSaveDefaultSettings();
+  /** @brief Asks, then forgets the stored defaults and returns the chart to the built-in ones. */
+  void askToResetDefaultSettings();
   void copySettings();
   void pasteSettings();
   void requestContextMenu(const QPoint& position);

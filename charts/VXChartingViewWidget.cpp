@@ -3,6 +3,7 @@
 #include "charts/VXBarSeriesInputWidget.h"
 #include "charts/VXChart.h"
 #include "charts/VXChartProperties.h"
+#include "charts/VXExportDialog.h"
 #include "charts/VXHistogramSeriesInputWidget.h"
 #include "charts/VXLineSeriesInputWidget.h"
 #include "charts/VXScatterSeriesInputWidget.h"
@@ -10,6 +11,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <QColorDialog>
+#include <QMenu>
 #include <QMessageBox>
 #include <QSignalBlocker>
 #include <QTabBar>
@@ -245,6 +248,9 @@ int VXChartingViewWidget::createChart(int index, VXChartTypeSelector::ChartType 
               chartPointer->setLineThickness(name.toStdString(), value);
             }
           });
+  chart->setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(chart, &QWidget::customContextMenuRequested, this,
+          [this, chart](const QPoint& position) { requestContextMenu(m_Tabs->indexOf(chart), position); });
   input->setDataStructure(m_DataStructure);
   return index;
 }
@@ -256,6 +262,76 @@ void VXChartingViewWidget::resetChart(int index)
   {
     entry.input->applyTo(*entry.chart);
   }
+}
+
+void VXChartingViewWidget::requestContextMenu(int index, const QPoint& position)
+{
+  const Entry entry = entryAt(index);
+  if (entry.chart == nullptr)
+  {
+    return;
+  }
+  QPointer<VXChart> chart = entry.chart;
+  QPointer<VXChartProperties> properties = entry.properties;
+  QMenu menu(this);
+  QMenu* add = menu.addMenu(QStringLiteral("Add Chart"));
+  add->addAction(QStringLiteral("New Tab"), this, &VXChartingViewWidget::addTabButtonClicked);
+  menu.addAction(QStringLiteral("Reset Axes to Plot Data"), this,
+                 [chart]
+                 {
+                   if (chart != nullptr)
+                   {
+                     chart->resetXAxis();
+                     chart->resetYAxis();
+                   }
+                 });
+  menu.addAction(QStringLiteral("Reset Axes to Last User Input"), this,
+                 [properties]
+                 {
+                   if (properties != nullptr)
+                   {
+                     properties->resetAxesToUserData();
+                   }
+                 });
+  menu.addAction(QStringLiteral("Change Background Color"), this,
+                 [this, chart]
+                 {
+                   if (chart == nullptr)
+                   {
+                     return;
+                   }
+                   const QColor color = QColorDialog::getColor(chart->getBackgroundColor(), this,
+                                                               QStringLiteral("Change Background Color"));
+                   if (color.isValid() && chart != nullptr)
+                   {
+                     chart->setBackgroundColor(color);
+                   }
+                 });
+  menu.addAction(QStringLiteral("Export Chart"), this,
+                 [this, chart]
+                 {
+                   if (chart == nullptr)
+                   {
+                     return;
+                   }
+                   VXExportDialog dialog(chart, this);
+                   connect(&dialog, &VXExportDialog::printOutput, this, &VXChartingViewWidget::printOutput);
+                   dialog.exec();
+                 });
+  QMenu* copy = menu.addMenu(QStringLiteral("Copy"));
+  copy->addAction(QStringLiteral("As Is"), this,
+                  [chart]
+                  {
+                    if (chart != nullptr)
+                    {
+                      VXExportDialog::SaveImageFile(QString(), chart->width(), chart->height(), false, chart);
+                    }
+                  });
+  copy->addAction(QStringLiteral("1920 x 1080"), this,
+                  [chart] { VXExportDialog::SaveImageFile(QString(), 1920, 1080, false, chart); });
+  copy->addAction(QStringLiteral("1280 x 720"), this,
+                  [chart] { VXExportDialog::SaveImageFile(QString(), 1280, 720, false, chart); });
+  menu.exec(entry.chart->mapToGlobal(position));
 }
 
 void VXChartingViewWidget::closeTab(int index)

@@ -53,6 +53,8 @@ public Q_SLOTS:
   void addTabButtonClicked();
   void onChartTypeSelected(const VXChartTypeSelector::ChartType& type);
   void closeTab(int index);
+  /** @brief The chart actions: reset axes, background, export, copy as a picture. */
+  void requestContextMenu(int index, const QPoint& position);
 
 Q_SIGNALS:
   void printOutput(const QString& message) const;

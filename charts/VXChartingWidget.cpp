@@ -71,6 +71,7 @@ VXChartingWidget::VXChartingWidget(QWidget* parent)
   rightLayout->addWidget(m_PropertiesPage, 1);
   splitter->addWidget(right);
   splitter->setStretchFactor(1, 3);
+  splitter->setSizes({280, 620, 400});
   layout->addWidget(splitter);
   setAcceptDrops(true);
   m_View->setActive(true);

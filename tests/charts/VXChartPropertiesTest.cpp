@@ -82,3 +82,27 @@ TEST(VXChartPropertiesTest, ControlsDriveTheChart)
   EXPECT_EQ(properties.findChild<QLineEdit*>("yAxisMinEdit")->text(), "5");
 }
 } // namespace
+
+namespace
+{
+TEST(VXChartPropertiesTest, StoredDefaultsReachANewChartAndCanBeCleared)
+{
+  VXChart::ClearSettings();
+  {
+    VXChart chart;
+    chart.setFontSize(VXChart::TextRole::ChartTitle, 21);
+    chart.setLegendLocation("Bottom");
+    chart.setXAxisMin(-3.0); // data bounds are not defaults
+    chart.writeSettings();
+  }
+  VXChart fresh;
+  fresh.readSettings();
+  EXPECT_EQ(fresh.getTextStyle(VXChart::TextRole::ChartTitle).size, 21);
+  EXPECT_EQ(fresh.getLegendLocation(), "Bottom");
+  EXPECT_NE(fresh.getAxisSettings(VXChart::Axis::X).min, -3.0);
+  VXChart::ClearSettings();
+  VXChart plain;
+  plain.readSettings();
+  EXPECT_EQ(plain.getTextStyle(VXChart::TextRole::ChartTitle).size, 32);
+}
+} // namespace
