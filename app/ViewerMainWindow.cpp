@@ -1,5 +1,6 @@
 #include "app/ViewerMainWindow.h"
 
+#include "app/ViewerChartsWindow.h"
 #include "app/ViewerMainWidget.h"
 #include "app/ViewerMaskHost.h"
 #include "app/ViewerRecentFiles.h"
@@ -113,6 +114,8 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
           });
 
   createMenus();
+  m_Charts = new ViewerChartsWindow(this, m_MainWidget);
+  connect(m_Charts, &ViewerChartsWindow::printOutput, this, &ViewerMainWindow::appendOutput);
 }
 
 ViewerMainWindow::~ViewerMainWindow() = default;
@@ -285,6 +288,7 @@ bool ViewerMainWindow::openFile(const QString& path)
     return false;
   }
   rememberFile(path);
+  m_Charts->setDataFile(path);
   appendOutput(
       QStringLiteral("Opened '%1': %2 data source(s).").arg(QFileInfo(path).fileName()).arg(withData));
   QString choiceError;

@@ -11,6 +11,7 @@ class QPlainTextEdit;
 class VXAbstractViewWidget;
 class VXPipeline;
 class VXViewGridWidget;
+class ViewerChartsWindow;
 class ViewerMainWidget;
 class ViewerMaskHost;
 
@@ -98,6 +99,7 @@ private:
   ViewerFilterSteps m_FilterSteps;
   ViewerMainWidget* m_MainWidget = nullptr;
   QPlainTextEdit* m_OutputPane = nullptr;
+  ViewerChartsWindow* m_Charts = nullptr;
   QMenu* m_RecentMenu = nullptr;
   ViewerMaskHost* m_MaskHost = nullptr;
   bool m_Interactive = true;

@@ -6,7 +6,7 @@ include(CMakePackageConfigHelpers)
 
 set(ZR_INSTALL_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/kestrix-zr)
 set(ZR_INSTALL_CMAKEDIR ${CMAKE_INSTALL_LIBDIR}/cmake/ZRVtkLib)
-set(ZR_INSTALLED_LIBRARIES ZRVtkLib zorelib zorekestrix ZRComponents)
+set(ZR_INSTALLED_LIBRARIES ZRVtkLib zorelib zorekestrix ZRComponents plottaro)
 set(ZR_INSTALLED_PROGRAMS kestrix-viewer kestrix-sample)
 
 # 0.x releases may break the ABI with each minor version, so the SONAME carries both numbers.

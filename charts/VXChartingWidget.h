@@ -1,0 +1,66 @@
+#pragma once
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <QPointer>
+#include <QWidget>
+
+#include <memory>
+
+class QLabel;
+class QScrollArea;
+class VXChartingViewWidget;
+class ZRDataStructureWidget;
+namespace zr::core
+{
+class DataStructure;
+} // namespace zr::core
+
+/**
+ * @brief The charting window: the data's file, a view of chart tabs, and the pages of the current chart's
+ * series inputs and properties. Its state is one JSON object that the host keeps beside its own.
+ */
+class VXChartingWidget : public QWidget
+{
+  Q_OBJECT
+
+public:
+  explicit VXChartingWidget(QWidget* parent = nullptr);
+  ~VXChartingWidget() override;
+
+  VXChartingViewWidget* activeView() const { return m_View; }
+  /** @brief The tree arrays are dragged from onto the chart inputs. */
+  ZRDataStructureWidget* dataStructureWidget() const { return m_Tree; }
+  QString kestrixFilePath() const { return m_FilePath; }
+  /** @brief Data from the host's pipeline, with the file it was saved to (may be empty). */
+  void setDataStructure(const std::shared_ptr<const zr::core::DataStructure>& dataStructure,
+                        const QString& filePath);
+  /** @brief Reads a .kestrix file; false, with a message, when it cannot. */
+  bool setDataStructure(const QString& filePath, bool quiet = false);
+
+  void saveState(nlohmann::json& json) const;
+  /** @brief false, with a message, for a state that cannot be followed; what was built stays. */
+  bool loadState(const nlohmann::json& json);
+  void showHideChartTypeInputs(bool show);
+
+public Q_SLOTS:
+  /** @brief Shows the series page and the properties page of the view's current tab. */
+  void showCurrentChartPages();
+
+Q_SIGNALS:
+  void printOutput(const QString& message) const;
+  void loadStateRequested(const QString& filePath);
+
+protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+private:
+  QLabel* m_FileLabel = nullptr;
+  ZRDataStructureWidget* m_Tree = nullptr;
+  VXChartingViewWidget* m_View = nullptr;
+  QScrollArea* m_SeriesPage = nullptr;
+  QScrollArea* m_PropertiesPage = nullptr;
+  QString m_FilePath;
+  std::shared_ptr<const zr::core::DataStructure> m_DataStructure;
+};
