@@ -1,8 +1,10 @@
 #include "app/ViewerApplication.h"
 
+#include "app/ViewerBuildPlate.h"
 #include "app/ViewerFilterSteps.h"
 #include "app/ViewerMainWidget.h"
 #include "app/ViewerMainWindow.h"
+#include "app/ViewerPick.h"
 #include "main/VXInfoWidget.h"
 #include "platform/ZRStyle.h"
 #include "views/VXAbstractViewWidget.h"
@@ -48,6 +50,9 @@ struct ScriptedRun
   QString screenshotPath;
   QString saveStatePath;
   QSize size;
+  ViewerBuildPlate buildPlate;
+  bool pick = false;
+  QPoint pickPixel;
 };
 
 // Opens what the command line names off screen, then writes the picture and the state asked for.
@@ -100,6 +105,18 @@ int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
   {
     failures += window.openFile(file) ? 0 : 1;
   }
+  if (run.buildPlate.isSet())
+  {
+    window.addBuildPlate(run.buildPlate);
+    // A loaded state keeps its cameras; otherwise the plate is framed with the data.
+    if (run.statePath.isEmpty())
+    {
+      for (VXAbstractViewWidget* view : window.grid()->allViews())
+      {
+        view->resetCamera();
+      }
+    }
+  }
   if (!run.screenshotPath.isEmpty())
   {
     const QImage image =
@@ -114,6 +131,26 @@ int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
       err << "kestrix-viewer: could not write the screenshot to '" << run.screenshotPath << "'\n";
       return 1;
     }
+  }
+  if (run.pick)
+  {
+    VXVisualizationWidget* view = activeVisualizationWidget(window);
+    if (view == nullptr || run.pickPixel.x() >= view->width() || run.pickPixel.y() >= view->height())
+    {
+      err << "kestrix-viewer: --pick " << run.pickPixel.x() << ',' << run.pickPixel.y()
+          << " lies outside the render window of " << (view != nullptr ? view->width() : 0) << 'x'
+          << (view != nullptr ? view->height() : 0) << " pixels\n";
+      return 2;
+    }
+    // The pick reads the first frame: draw it if no screenshot did.
+    if (run.screenshotPath.isEmpty() && window.captureActiveView().isNull())
+    {
+      err << "kestrix-viewer: could not render a frame\n";
+      return 1;
+    }
+    QTextStream out(stdout);
+    out << QString::fromStdString(ViewerPick::Report(view, run.pickPixel).dump()) << '\n';
+    out.flush();
   }
   if (!run.saveStatePath.isEmpty() && !window.saveStateFile(run.saveStatePath))
   {
@@ -159,8 +196,18 @@ int ViewerApplication::run(int argc, char** argv)
   const QCommandLineOption saveStateOption(
       QStringLiteral("save-state"), QStringLiteral("Write the visualization to a state file and exit."),
       QStringLiteral("file"));
+  const QCommandLineOption buildPlateOption(
+      QStringLiteral("build-plate"),
+      QStringLiteral("Add a build plate to every view: square:W,D or circle:R."), QStringLiteral("shape"));
+  const QCommandLineOption plateSpacingOption(QStringLiteral("plate-spacing"),
+                                              QStringLiteral("Spacing of the build plate's major lines."),
+                                              QStringLiteral("spacing"));
+  const QCommandLineOption pickOption(
+      QStringLiteral("pick"), QStringLiteral("Print what lies under the window pixel X,Y as JSON and exit."),
+      QStringLiteral("pixel"));
   parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption, viewOption, colorByOption,
-                     presetOption, stateOption, saveStateOption});
+                     presetOption, stateOption, saveStateOption, buildPlateOption, plateSpacingOption,
+                     pickOption});
   const QCommandLineOption sliceNumberOption(
       QStringLiteral("slice-number"), QStringLiteral("Slice of the image slice views."), QStringLiteral("n"));
   const QCommandLineOption sliceAxisOption(QStringLiteral("slice-axis"),
@@ -208,12 +255,35 @@ int ViewerApplication::run(int argc, char** argv)
     return 2;
   }
 
-  if ((parser.isSet(screenshotOption) || parser.isSet(saveStateOption)) &&
-      qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
+  const bool scripted =
+      parser.isSet(screenshotOption) || parser.isSet(saveStateOption) || parser.isSet(pickOption);
+  if (scripted && qEnvironmentVariableIsEmpty("DBUS_SESSION_BUS_ADDRESS"))
   {
     // No one uses the screenshot mode's window through assistive technology, and without a session
     // bus Qt's accessibility bridge would have libdbus start dbus-launch on the first widget text.
     qputenv("DBUS_SESSION_BUS_ADDRESS", "disabled:");
+  }
+  QPoint pickPixel;
+  QString pickError;
+  if (parser.isSet(pickOption) && !ViewerPick::Parse(parser.value(pickOption), pickPixel, &pickError))
+  {
+    err << "kestrix-viewer: " << pickError << '\n';
+    return 2;
+  }
+  ViewerBuildPlate buildPlate;
+  if (parser.isSet(plateSpacingOption) && !parser.isSet(buildPlateOption))
+  {
+    err << "kestrix-viewer: --plate-spacing needs --build-plate\n";
+    return 2;
+  }
+  QString plateError;
+  if (parser.isSet(buildPlateOption) &&
+      !buildPlate.parse(parser.value(buildPlateOption),
+                        parser.isSet(plateSpacingOption) ? parser.value(plateSpacingOption) : QString(),
+                        &plateError))
+  {
+    err << "kestrix-viewer: " << plateError << '\n';
+    return 2;
   }
   ViewerFilterSteps filterSteps;
   QString filterError;
@@ -227,10 +297,11 @@ int ViewerApplication::run(int argc, char** argv)
   window.setDataViewChoice(choice);
   window.setFilterSteps(filterSteps);
   const QStringList files = parser.positionalArguments();
-  if (parser.isSet(screenshotOption) || parser.isSet(saveStateOption))
+  if (scripted)
   {
     return runScripted(window, {files, parser.value(stateOption), parser.value(screenshotOption),
-                                parser.value(saveStateOption), size});
+                                parser.value(saveStateOption), size, buildPlate, parser.isSet(pickOption),
+                                pickPixel});
   }
   window.setInteractive(true);
   window.show();
@@ -241,6 +312,10 @@ int ViewerApplication::run(int argc, char** argv)
   for (const QString& file : files)
   {
     window.openFile(file);
+  }
+  if (buildPlate.isSet())
+  {
+    window.addBuildPlate(buildPlate);
   }
   return app.exec();
 }

@@ -1,5 +1,6 @@
 #include "app/ViewerMainWindow.h"
 
+#include "annotations/VXBuildPlateAnnotationSource.h"
 #include "app/ViewerChartsWindow.h"
 #include "app/ViewerMainWidget.h"
 #include "app/ViewerMaskHost.h"
@@ -195,7 +196,19 @@ void ViewerMainWindow::createMenus()
                     }
                   });
   view->addSeparator();
+  view->addAction(QStringLiteral("Add build plate"), this, [this] { addBuildPlate(); });
+  view->addSeparator();
   view->addAction(QStringLiteral("Save Layout as Default..."), m_MainWidget, &VXMainWidget::writeSettings);
+}
+
+VXBuildPlateAnnotationSource* ViewerMainWindow::addBuildPlate(const ViewerBuildPlate& plate)
+{
+  VXBuildPlateAnnotationSource* source = plate.addTo(pipeline(), grid()->allViews());
+  if (source != nullptr)
+  {
+    appendOutput(QStringLiteral("Added %1 to %2 view(s)").arg(source->name()).arg(grid()->allViews().size()));
+  }
+  return source;
 }
 
 void ViewerMainWindow::fillRecentMenu()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/ViewerBuildPlate.h"
 #include "app/ViewerDataViewChoice.h"
 #include "app/ViewerFilterSteps.h"
 
@@ -9,6 +10,7 @@
 class QMenu;
 class QPlainTextEdit;
 class VXAbstractViewWidget;
+class VXBuildPlateAnnotationSource;
 class VXPipeline;
 class VXViewGridWidget;
 class ViewerChartsWindow;
@@ -63,6 +65,9 @@ public:
   bool saveLayout(const QString& path);
   /** @brief Rebuilds the grid from a layout file; a broken file leaves the grid as it was. */
   bool loadLayout(const QString& path);
+
+  /** @brief Adds a build plate to every view: the plate given, or a default one. */
+  VXBuildPlateAnnotationSource* addBuildPlate(const ViewerBuildPlate& plate = ViewerBuildPlate());
 
   /** @brief The current frame of the active view, without its toolbar. */
   QImage captureActiveView();

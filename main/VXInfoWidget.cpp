@@ -1,5 +1,6 @@
 #include "main/VXInfoWidget.h"
 
+#include "annotations/VXGlobalSource.h"
 #include "ui_VXInfoWidget.h"
 #include <vtkAlgorithm.h>
 #include <vtkAlgorithmOutput.h>
@@ -577,7 +578,12 @@ void VXInfoWidget::saveState(const QModelIndex& index, nlohmann::json& output,
     const QModelIndex child = m_Model->index(row, 0, parentRow);
     nlohmann::json record = nlohmann::json::object();
     nlohmann::json itemData = nlohmann::json::object();
-    if (VXBridgeObject* bridge = m_Model->getPipelineObject(child))
+    if (VXGlobalSource* globalSource = m_Model->getGlobalSource(child))
+    {
+      record[k_ItemTypeKey] = globalSource->typeName().toStdString();
+      globalSource->write(itemData, viewIndexes);
+    }
+    else if (VXBridgeObject* bridge = m_Model->getPipelineObject(child))
     {
       record[k_ItemTypeKey] = bridge->typeName().toStdString();
       bridge->write(itemData);

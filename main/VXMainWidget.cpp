@@ -4,6 +4,7 @@
 
 #include "data_bridge/ZRVtkLibFileTypes.h"
 #include "main/VXInfoWidget.h"
+#include "pipeline/VXDataSource.h"
 #include "pipeline/VXDefaultDataViewsSetAside.h"
 #include "pipeline/VXPipeline.h"
 #include "pipeline/VXPipelineModel.h"
@@ -11,6 +12,7 @@
 #include "platform/QtZRSettings.h"
 #include "platform/ZRSettingsKeys.h"
 #include "views/VXAbstractViewWidget.h"
+#include "views/VXPickerCallback.h"
 #include "views/VXScreenshotOptionsDialog.h"
 #include "views/VXViewGridWidget.h"
 #include "views/VXViewWidget.h"
@@ -199,6 +201,27 @@ void VXMainWidget::connectViewWidget(VXAbstractViewWidget* viewWidget)
   connect(window, &VXVisualizationWidget::requestEqualizeViewHeights, this,
           &VXMainWidget::equalizeViewHeights, Qt::UniqueConnection);
   QPointer<VXMainWidget> self(this);
+  if (VXPickerCallback* picker = window->getPickerCallback())
+  {
+    // A pick names the data source whose dataset it found.
+    picker->setGeometryNameLookup(
+        [self](vtkDataObject* dataObject)
+        {
+          if (self.isNull() || self->m_PipelineModel == nullptr)
+          {
+            return QString();
+          }
+
+          for (VXDataSource* source : self->m_PipelineModel->getAllDataSources())
+          {
+            if (source != nullptr && static_cast<vtkDataObject*>(source->getOutput()) == dataObject)
+            {
+              return source->name();
+            }
+          }
+          return QString();
+        });
+  }
   window->setAnyViewLinkedQuery(
       [self]()
       {

@@ -1,5 +1,7 @@
 #include "main/VXTreeStateLoader.h"
 
+#include "annotations/VXBuildPlateAnnotationSource.h"
+
 #include "filters/VXFilter.h"
 #include "filters/VXFilterFactory.h"
 #include "pipeline/FileToVXBridge.h"
@@ -216,7 +218,7 @@ bool VXTreeStateLoader::loadRecord(const nlohmann::json& record, const QModelInd
     ok = loadRepresentationHelper(itemType, itemData, parent, created);
     break;
   case ItemCategory::GlobalSource:
-    ok = loadGlobalSourceHelper(itemType);
+    ok = loadGlobalSourceHelper(itemType, itemData, created);
     break;
   case ItemCategory::Unknown:
     fail(QStringLiteral("Error reading state file; tree view item type %1 is unknown and is left out")
@@ -409,8 +411,18 @@ bool VXTreeStateLoader::loadRepresentationHelper(const QString& itemType, const 
   return true;
 }
 
-bool VXTreeStateLoader::loadGlobalSourceHelper(const QString& itemType)
+bool VXTreeStateLoader::loadGlobalSourceHelper(const QString& itemType, const nlohmann::json& itemData,
+                                               QModelIndex& created)
 {
+  if (itemType == VXBuildPlateAnnotationSource::k_TypeName && m_Model->pipeline() != nullptr)
+  {
+    auto* source = new VXBuildPlateAnnotationSource();
+    source->read(itemData); // the names first, so that the row shows them
+    m_Model->addGlobalSource(source);
+    source->read(itemData, m_ViewIndexes);
+    created = m_Model->globalSourceIndex(source);
+    return true;
+  }
   fail(QStringLiteral("Error reading state file; annotations of type %1 are not available and are left out")
            .arg(itemType));
   return true;

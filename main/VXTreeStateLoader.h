@@ -58,7 +58,7 @@ private:
                         QModelIndex& created);
   bool loadRepresentationHelper(const QString& itemType, const nlohmann::json& itemData,
                                 const QModelIndex& parent, QModelIndex& created);
-  bool loadGlobalSourceHelper(const QString& itemType);
+  bool loadGlobalSourceHelper(const QString& itemType, const nlohmann::json& itemData, QModelIndex& created);
   // False when the item names render windows and none of them is known.
   bool findsViewWidget(const nlohmann::json& itemData) const;
   void fail(const QString& message);

@@ -1,5 +1,6 @@
 #include "pipeline/VXPipeline.h"
 
+#include "annotations/VXGlobalSource.h"
 #include "filters/VXFilter.h"
 #include "pipeline/FileToVXBridge.h"
 #include "pipeline/VXDataSource.h"
@@ -12,6 +13,8 @@
 #include <vtkDataSet.h>
 #include <vtkPolyData.h>
 #include <vtkType.h>
+
+#include <algorithm>
 
 VXRepresentation::Type VXPipeline::s_DefaultRepType = VXRepresentation::Outline;
 VXRepresentation::Type VXPipeline::s_DefaultImageGeomRepType = VXRepresentation::Outline;
@@ -118,6 +121,34 @@ void VXPipeline::pipelineBridgeRemoved(VXBridgeObject* bridge)
 void VXPipeline::globalSourceRemoved(VXGlobalSource* globalSource)
 {
   m_GlobalSources.removeOne(globalSource);
+}
+
+void VXPipeline::addGlobalSource(VXGlobalSource* globalSource)
+{
+  if (globalSource == nullptr || m_GlobalSources.contains(globalSource))
+  {
+    return;
+  }
+  globalSource->setParent(this);
+  globalSource->setPipeline(this);
+  // The first of a name goes without a number; later ones are told apart by the lowest free one.
+  QList<VXBridgeObject*> others;
+  for (VXGlobalSource* other : m_GlobalSources)
+  {
+    others.append(other);
+  }
+  const bool nameTaken = std::any_of(others.cbegin(), others.cend(),
+                                     [globalSource](const VXBridgeObject* other)
+                                     { return other->name() == globalSource->name(); });
+  if (nameTaken)
+  {
+    globalSource->setNameSuffix(VXPipelineModel::GetNameSuffixCounter(others, globalSource->baseName()));
+  }
+  m_GlobalSources.append(globalSource);
+  connect(this, &VXPipeline::activeViewChanged, globalSource, &VXGlobalSource::activeViewChanged);
+  connect(globalSource, &VXGlobalSource::requestRenderAll, this, &VXPipeline::requestRenderAll);
+  connect(globalSource, &VXBridgeObject::sendOutputMessage, this, &VXPipeline::sendOutputMessage);
+  Q_EMIT globalSourceAdded(globalSource);
 }
 
 VXAbstractViewWidget* VXPipeline::activeViewWidget() const

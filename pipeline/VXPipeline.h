@@ -55,6 +55,9 @@ public:
   void setActiveViewWidget(VXAbstractViewWidget* view);
   VXAbstractViewWidget* activeViewWidget() const;
   void connectVXBridgeObject(const VXBridgeObject* bridge);
+  // Adopts an annotation: a row at the top of the tree beside the bridges, following the active view.
+  void addGlobalSource(VXGlobalSource* globalSource);
+  QList<VXGlobalSource*> globalSources() const { return m_GlobalSources; }
 
   QList<VXBridgeObject*> bridges() const { return m_Bridges; }
 
@@ -91,6 +94,7 @@ public Q_SLOTS:
 
 Q_SIGNALS:
   void pipelineBridgeAdded(VXBridgeObject* bridge);
+  void globalSourceAdded(VXGlobalSource* globalSource);
   void dataSourceAdded(VXDataSource* dataSource);
   void dataSourceRemoved(VXDataSource* dataSource);
   void pipelineOutputReloaded();

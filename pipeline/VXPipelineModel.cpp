@@ -1,5 +1,6 @@
 #include "pipeline/VXPipelineModel.h"
 
+#include "annotations/VXGlobalSource.h"
 #include "data_views/VXImageSliceRepPimpl.h"
 
 #include "data_views/VXRepresentationPimpl.h"
@@ -68,6 +69,16 @@ VXBridgeObject* VXPipelineModel::TreeItem::bridgeObject() const
   return bridge != nullptr ? *bridge : nullptr;
 }
 
+VXGlobalSource* VXPipelineModel::TreeItem::globalSource() const
+{
+  if (m_Item.kind != GlobalSource)
+  {
+    return nullptr;
+  }
+  const auto* source = std::any_cast<VXGlobalSource*>(&m_Item.payload);
+  return source != nullptr ? *source : nullptr;
+}
+
 VXCoreObject* VXPipelineModel::TreeItem::coreObject() const
 {
   if (m_Item.kind != DataSource && m_Item.kind != Filter && m_Item.kind != Representation)
@@ -87,6 +98,10 @@ QObject* VXPipelineModel::TreeItem::object() const
   if (VXCoreObject* coreObject = this->coreObject())
   {
     return coreObject;
+  }
+  if (VXGlobalSource* source = globalSource())
+  {
+    return source;
   }
   const auto* object = std::any_cast<QObject*>(&m_Item.payload);
   return object != nullptr ? *object : nullptr;
@@ -220,6 +235,7 @@ VXPipelineModel::VXPipelineModel(VXPipeline* pipeline, VXInfoWidget* infoWidget,
     return;
   }
   connect(m_Pipeline, &VXPipeline::pipelineBridgeAdded, this, &VXPipelineModel::pipelineBridgeAdded);
+  connect(m_Pipeline, &VXPipeline::globalSourceAdded, this, &VXPipelineModel::globalSourceAdded);
   connect(m_Pipeline, &VXPipeline::dataSourceAdded, this, &VXPipelineModel::dataSourceAdded);
   connect(m_Pipeline, &VXPipeline::filterAdded, this, &VXPipelineModel::filterAdded);
   connect(m_Pipeline, &VXPipeline::representationAdded, this, &VXPipelineModel::representationAdded);
@@ -281,7 +297,9 @@ QVariant VXPipelineModel::data(const QModelIndex& index, int role) const
   {
     return {};
   }
-  VXBridgeObject* bridge = item->bridgeObject();
+  VXGlobalSource* globalSource = item->globalSource();
+  // An annotation is shown in the tree like a bridge, with a visibility of its own per view.
+  VXBridgeObject* bridge = globalSource != nullptr ? globalSource : item->bridgeObject();
   VXCoreObject* coreObject = item->coreObject();
   if (bridge == nullptr && coreObject == nullptr)
   {
@@ -293,6 +311,10 @@ QVariant VXPipelineModel::data(const QModelIndex& index, int role) const
   {
   case Qt::CheckStateRole:
   {
+    if (index.column() == VisibilityColumn && globalSource != nullptr)
+    {
+      return globalSource->isVisible() ? Qt::Checked : Qt::Unchecked;
+    }
     if (index.column() != VisibilityColumn || coreObject == nullptr)
     {
       return {};
@@ -352,6 +374,15 @@ bool VXPipelineModel::setData(const QModelIndex& index, const QVariant& value, i
   {
     return false;
   }
+  if (role == Qt::CheckStateRole && item->globalSource() != nullptr)
+  {
+    const bool visible = value.userType() == QMetaType::Bool ? value.toBool() : value.toInt() == Qt::Checked;
+    item->globalSource()->setVisibility(visible);
+    const QModelIndex checkIndex = itemIndex(item, VisibilityColumn);
+    Q_EMIT dataChanged(checkIndex, checkIndex, {Qt::CheckStateRole});
+    Q_EMIT itemVisibilityChanged(index, visible);
+    return true;
+  }
   if (role == Qt::CheckStateRole)
   {
     VXCoreObject* coreObject = item->coreObject();
@@ -376,7 +407,11 @@ bool VXPipelineModel::setData(const QModelIndex& index, const QVariant& value, i
   {
     return false;
   }
-  if (VXBridgeObject* bridge = item->bridgeObject())
+  if (VXGlobalSource* globalSource = item->globalSource())
+  {
+    globalSource->setName(name, 0);
+  }
+  else if (VXBridgeObject* bridge = item->bridgeObject())
   {
     bridge->setName(name, 0);
   }
@@ -428,9 +463,10 @@ bool VXPipelineModel::itemNameIsDuplicate(const QModelIndex& index, const QStrin
     {
       continue;
     }
-    const QString siblingName = sibling->bridgeObject() != nullptr ? sibling->bridgeObject()->name()
-                                : sibling->coreObject() != nullptr ? sibling->coreObject()->name()
-                                                                   : QString();
+    const QString siblingName = sibling->bridgeObject() != nullptr   ? sibling->bridgeObject()->name()
+                                : sibling->globalSource() != nullptr ? sibling->globalSource()->name()
+                                : sibling->coreObject() != nullptr   ? sibling->coreObject()->name()
+                                                                     : QString();
     if (siblingName == name)
     {
       return true;
@@ -452,6 +488,10 @@ VXPipelineModel::TreeItem* VXPipelineModel::treeItem(const QModelIndex& index) c
 
 QWidget* VXPipelineModel::itemWidget(const QModelIndex& index) const
 {
+  if (VXGlobalSource* globalSource = getGlobalSource(index))
+  {
+    return globalSource->settingsWidget();
+  }
   VXCoreObject* coreObject = getCoreObject(index);
   return coreObject != nullptr ? coreObject->settingsWidget() : nullptr;
 }
@@ -514,6 +554,12 @@ VXBridgeObject* VXPipelineModel::getPipelineObject(const QModelIndex& index) con
   return item != nullptr ? item->bridgeObject() : nullptr;
 }
 
+VXGlobalSource* VXPipelineModel::getGlobalSource(const QModelIndex& index) const
+{
+  TreeItem* item = treeItem(index);
+  return item != nullptr ? item->globalSource() : nullptr;
+}
+
 VXCoreObject* VXPipelineModel::getCoreObject(const QModelIndex& index) const
 {
   TreeItem* item = treeItem(index);
@@ -570,6 +616,11 @@ QModelIndex VXPipelineModel::helperIndex(const QObject* object, int column) cons
 QModelIndex VXPipelineModel::pipelineIndex(VXBridgeObject* bridge) const
 {
   return helperIndex(bridge);
+}
+
+QModelIndex VXPipelineModel::globalSourceIndex(VXGlobalSource* globalSource) const
+{
+  return helperIndex(globalSource);
 }
 
 QModelIndex VXPipelineModel::representationIndex(VXRepresentation* representation) const
@@ -643,6 +694,19 @@ QList<VXBridgeObject*> VXPipelineModel::getAllBridgeObjects() const
   return bridges;
 }
 
+QList<VXGlobalSource*> VXPipelineModel::getAllGlobalSources() const
+{
+  QList<VXGlobalSource*> sources;
+  for (const TreeItem* child : m_Root->children())
+  {
+    if (child->globalSource() != nullptr)
+    {
+      sources.append(child->globalSource());
+    }
+  }
+  return sources;
+}
+
 VXDataSource* VXPipelineModel::getDataSource(const QString& pathName) const
 {
   for (VXDataSource* source : getAllDataSources())
@@ -681,6 +745,14 @@ void VXPipelineModel::addBridgeObject(VXBridgeObject* bridge)
   if (m_Pipeline != nullptr && bridge != nullptr)
   {
     m_Pipeline->addVXBridgeObject(bridge);
+  }
+}
+
+void VXPipelineModel::addGlobalSource(VXGlobalSource* globalSource)
+{
+  if (m_Pipeline != nullptr && globalSource != nullptr)
+  {
+    m_Pipeline->addGlobalSource(globalSource);
   }
 }
 
@@ -802,6 +874,54 @@ void VXPipelineModel::pipelineBridgeAdded(VXBridgeObject* pipelineBridge)
   {
     Q_EMIT zrToVXBridgeObjectAdded(zrBridge);
   }
+}
+
+void VXPipelineModel::globalSourceAdded(VXGlobalSource* globalSource)
+{
+  if (globalSource == nullptr || m_Root->find(globalSource) != nullptr)
+  {
+    return;
+  }
+  const int row = m_Root->childCount();
+  beginInsertRows(QModelIndex(), row, row);
+  m_Root->appendChild({TreeItem::GlobalSource, globalSource});
+  endInsertRows();
+  watchObject(globalSource);
+  // The check of the row follows the view that has (or lacks) an instance.
+  connect(globalSource, &VXGlobalSource::enabledDisabledStateChanged, this,
+          [this](VXGlobalSource* source, bool)
+          {
+            const QModelIndex first = helperIndex(source, VisibilityColumn);
+            if (first.isValid())
+            {
+              Q_EMIT dataChanged(first, helperIndex(source, NameColumn));
+            }
+          });
+  connect(globalSource, &VXGlobalSource::settingsWidgetVisibilityButtonClicked, this,
+          [this, globalSource](bool)
+          {
+            const QModelIndex first = helperIndex(globalSource, VisibilityColumn);
+            if (first.isValid())
+            {
+              Q_EMIT dataChanged(first, first, {Qt::CheckStateRole});
+            }
+          });
+}
+
+void VXPipelineModel::removeGlobalSource(VXGlobalSource* source)
+{
+  TreeItem* item = m_Root->find(source);
+  if (item == nullptr || item->globalSource() == nullptr)
+  {
+    return;
+  }
+  removeTreeItem(item);
+  if (m_Pipeline != nullptr)
+  {
+    m_Pipeline->globalSourceRemoved(source);
+  }
+  source->finalize();
+  source->deleteLater();
 }
 
 void VXPipelineModel::appendCoreObjectRow(VXCoreObject* coreObject, TreeItem::Kind kind)
@@ -934,6 +1054,9 @@ void VXPipelineModel::removeItem(QModelIndex index)
   {
   case TreeItem::Pipeline:
     removePipeline(item->bridgeObject());
+    break;
+  case TreeItem::GlobalSource:
+    removeGlobalSource(item->globalSource());
     break;
   case TreeItem::DataSource:
   {

@@ -73,6 +73,7 @@ public:
     Kind kind() const { return m_Item.kind; }
     const Item& item() const { return m_Item; }
     VXBridgeObject* bridgeObject() const;
+    VXGlobalSource* globalSource() const;
     VXCoreObject* coreObject() const;
     // The object behind the node whatever its kind; null for the root.
     QObject* object() const;
@@ -130,6 +131,7 @@ public:
   bool canReload(const QModelIndex& index) const;
   bool canSave(const QModelIndex& index) const;
   VXBridgeObject* getPipelineObject(const QModelIndex& index) const;
+  VXGlobalSource* getGlobalSource(const QModelIndex& index) const;
   VXCoreObject* getCoreObject(const QModelIndex& index) const;
   VXRepresentation* getRepresentation(const QModelIndex& index) const;
   VXFilter* getFilter(const QModelIndex& index) const;
@@ -139,6 +141,7 @@ public:
   // Reverse lookups, in the first column so that they serve as parents; an object that is not in the
   // tree gives an invalid index.
   QModelIndex pipelineIndex(VXBridgeObject* bridge) const;
+  QModelIndex globalSourceIndex(VXGlobalSource* globalSource) const;
   QModelIndex representationIndex(VXRepresentation* representation) const;
   QModelIndex dataSourceIndex(VXDataSource* dataSource) const;
   QModelIndex filterIndex(VXFilter* filter) const;
@@ -152,11 +155,13 @@ public:
   QList<VXDataSource*> getAllDataSources() const;
   QStringList getAllDataSourceNames() const;
   QList<VXBridgeObject*> getAllBridgeObjects() const;
+  QList<VXGlobalSource*> getAllGlobalSources() const;
   VXDataSource* getDataSource(const QString& pathName) const;
   QModelIndex pathIndex(const QString& pathName) const;
 
   // Changes that go through the pipeline.
   void addBridgeObject(VXBridgeObject* bridge);
+  void addGlobalSource(VXGlobalSource* globalSource);
   bool addRepresentation(const QModelIndex& index, VXRepresentation::Type type);
   bool loadRepresentation(const QModelIndex& index, VXRepresentation* representation);
   // Adds the filter under the data source or filter of the row; the model takes the row from filterAdded.
@@ -199,6 +204,8 @@ public:
 
 public Q_SLOTS:
   void pipelineBridgeAdded(VXBridgeObject* pipelineBridge);
+  void globalSourceAdded(VXGlobalSource* globalSource);
+  void removeGlobalSource(VXGlobalSource* source);
   void dataSourceAdded(VXDataSource* dataSource);
   void filterAdded(VXFilter* filter);
   void representationAdded(VXRepresentation* vxRepresentation);

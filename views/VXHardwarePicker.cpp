@@ -1,0 +1,250 @@
+#include "views/VXHardwarePicker.h"
+
+#include "data_bridge/ZRVtkUtils.h"
+#include "views/VXHardwareSelection.h"
+
+#include <vtkActor.h>
+#include <vtkAlgorithm.h>
+#include <vtkCell.h>
+#include <vtkDataSet.h>
+#include <vtkGenericCell.h>
+#include <vtkHardwareSelector.h>
+#include <vtkImageData.h>
+#include <vtkLine.h>
+#include <vtkMapper.h>
+#include <vtkMath.h>
+#include <vtkNew.h>
+#include <vtkProp.h>
+#include <vtkPropCollection.h>
+#include <vtkRectilinearGrid.h>
+#include <vtkRenderWindow.h>
+#include <vtkRenderer.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <vector>
+
+namespace
+{
+// Hides the visible props that must not be picked, and shows them again when it goes.
+class NonPickablePropsHidden
+{
+public:
+  explicit NonPickablePropsHidden(vtkRenderer* renderer)
+  {
+    vtkPropCollection* props = renderer->GetViewProps();
+    vtkCollectionSimpleIterator it;
+    props->InitTraversal(it);
+    while (vtkProp* prop = props->GetNextProp(it))
+    {
+      if (prop->GetVisibility() != 0 && prop->GetPickable() == 0)
+      {
+        prop->SetVisibility(0);
+        m_Hidden.push_back(prop);
+      }
+    }
+  }
+  ~NonPickablePropsHidden()
+  {
+    for (vtkProp* prop : m_Hidden)
+    {
+      prop->SetVisibility(1);
+    }
+  }
+  NonPickablePropsHidden(const NonPickablePropsHidden&) = delete;
+  NonPickablePropsHidden& operator=(const NonPickablePropsHidden&) = delete;
+
+private:
+  std::vector<vtkProp*> m_Hidden;
+};
+
+// The view ray through a display pixel, from the near to the far clipping plane.
+void viewRay(vtkRenderer* renderer, double x, double y, double nearPoint[3], double farPoint[3])
+{
+  double world[4];
+  renderer->SetDisplayPoint(x, y, 0.0);
+  renderer->DisplayToWorld();
+  renderer->GetWorldPoint(world);
+  for (int i = 0; i < 3; ++i)
+  {
+    nearPoint[i] = world[i] / world[3];
+  }
+  renderer->SetDisplayPoint(x, y, 1.0);
+  renderer->DisplayToWorld();
+  renderer->GetWorldPoint(world);
+  for (int i = 0; i < 3; ++i)
+  {
+    farPoint[i] = world[i] / world[3];
+  }
+}
+
+double distanceToRay(const double point[3], const double nearPoint[3], const double farPoint[3], double& t)
+{
+  double closest[3];
+  return std::sqrt(vtkLine::DistanceToLine(point, nearPoint, farPoint, t, closest));
+}
+} // namespace
+
+vtkIdType VXHardwarePicker::FindCellAt(vtkDataSet* dataSet, const double position[3])
+{
+  if (dataSet == nullptr || dataSet->GetNumberOfCells() == 0)
+  {
+    return -1;
+  }
+  double bounds[6];
+  dataSet->GetBounds(bounds);
+  const double diagonal = std::sqrt(vtkMath::Distance2BetweenPoints(bounds, bounds + 3));
+  // Positions on a face of the data are found though rounding puts them a hair outside it.
+  const double tolerance = std::max(diagonal * 1.0e-6, 1.0e-12);
+  double pcoords[3];
+  double weights[64];
+  int subId = 0;
+  double at[3] = {position[0], position[1], position[2]};
+  if (auto* image = vtkImageData::SafeDownCast(dataSet))
+  {
+    // Clamp onto the image so that a position on its outer face lands in the face's cell.
+    for (int axis = 0; axis < 3; ++axis)
+    {
+      at[axis] = std::min(std::max(at[axis], bounds[2 * axis]), bounds[2 * axis + 1]);
+      if (std::abs(at[axis] - position[axis]) > tolerance)
+      {
+        return -1;
+      }
+    }
+    return image->FindCell(at, nullptr, -1, tolerance * tolerance, subId, pcoords, weights);
+  }
+  vtkNew<vtkGenericCell> cell;
+  return dataSet->FindCell(at, nullptr, cell, -1, tolerance * tolerance, subId, pcoords, weights);
+}
+
+VXPickResult VXHardwarePicker::Pick(vtkRenderer* renderer, int x, int y)
+{
+  VXPickResult result;
+  if (renderer == nullptr || renderer->GetRenderWindow() == nullptr)
+  {
+    return result;
+  }
+  const int* size = renderer->GetRenderWindow()->GetSize();
+  if (x < 0 || y < 0 || x >= size[0] || y >= size[1])
+  {
+    return result;
+  }
+  // The toolkit's factory gives our selector, which also decodes image slices drawn as textures.
+  VXHardwareSelection::RegisterSelectorOverride();
+  vtkSmartPointer<vtkHardwareSelector> selector = vtkSmartPointer<vtkHardwareSelector>::New();
+  selector->SetRenderer(renderer);
+  selector->SetFieldAssociation(vtkDataObject::FIELD_ASSOCIATION_CELLS);
+  selector->SetArea(static_cast<unsigned int>(x), static_cast<unsigned int>(y), static_cast<unsigned int>(x),
+                    static_cast<unsigned int>(y));
+  vtkHardwareSelector::PixelInformation info;
+  {
+    NonPickablePropsHidden hidden(renderer);
+    if (!selector->CaptureBuffers())
+    {
+      return result;
+    }
+    const unsigned int pixel[2] = {static_cast<unsigned int>(x), static_cast<unsigned int>(y)};
+    info = selector->GetPixelInformation(pixel, 0);
+    selector->ClearBuffers();
+  }
+  if (!info.Valid || info.Prop == nullptr || info.AttributeID < 0)
+  {
+    return result;
+  }
+  result.prop = info.Prop;
+  auto* actor = vtkActor::SafeDownCast(info.Prop);
+  result.mapper = actor != nullptr ? actor->GetMapper() : nullptr;
+  if (result.mapper == nullptr)
+  {
+    return result;
+  }
+  result.drawn = vtkDataSet::SafeDownCast(result.mapper->GetInputDataObject(0, 0));
+  if (result.drawn == nullptr || info.AttributeID >= result.drawn->GetNumberOfCells())
+  {
+    return result;
+  }
+  result.original =
+      vtkDataSet::SafeDownCast(ZRVtk::utils::FindOriginalPipelineInput(result.mapper->GetInputAlgorithm()));
+  if (result.original == nullptr)
+  {
+    result.original = result.drawn;
+  }
+  result.drawnCellId = info.AttributeID;
+  result.hit = true;
+
+  // The position: where the view ray meets the drawn cell; on lines, the point of the line nearest
+  // to the ray; on vertices, the vertex. The nearest point of the cell is the one the pick snaps to.
+  double nearPoint[3];
+  double farPoint[3];
+  viewRay(renderer, x + 0.5, y + 0.5, nearPoint, farPoint);
+  vtkNew<vtkGenericCell> cell;
+  result.drawn->GetCell(result.drawnCellId, cell);
+  double t = 0.0;
+  double hitPoint[3] = {0.0, 0.0, 0.0};
+  double pcoords[3];
+  int subId = 0;
+  bool located = cell->GetCellDimension() >= 2 &&
+                 cell->IntersectWithLine(nearPoint, farPoint, 1.0e-9, t, hitPoint, pcoords, subId) != 0;
+  if (!located && cell->GetCellDimension() == 1 && cell->GetNumberOfPoints() >= 2)
+  {
+    double best = std::numeric_limits<double>::max();
+    for (vtkIdType i = 0; i + 1 < cell->GetNumberOfPoints(); ++i)
+    {
+      double a[3];
+      double b[3];
+      result.drawn->GetPoint(cell->GetPointId(i), a);
+      result.drawn->GetPoint(cell->GetPointId(i + 1), b);
+      double onSegment[3];
+      double onRay[3];
+      double ts = 0.0;
+      double tr = 0.0;
+      const double distance2 =
+          vtkLine::DistanceBetweenLineSegments(a, b, nearPoint, farPoint, onSegment, onRay, ts, tr);
+      if (distance2 < best)
+      {
+        best = distance2;
+        std::copy(onSegment, onSegment + 3, hitPoint);
+        located = true;
+      }
+    }
+  }
+  vtkIdType nearestDrawnPoint = -1;
+  double nearestDistance = std::numeric_limits<double>::max();
+  for (vtkIdType i = 0; i < cell->GetNumberOfPoints(); ++i)
+  {
+    double point[3];
+    result.drawn->GetPoint(cell->GetPointId(i), point);
+    double pointT = 0.0;
+    const double distance = located ? std::sqrt(vtkMath::Distance2BetweenPoints(point, hitPoint))
+                                    : distanceToRay(point, nearPoint, farPoint, pointT);
+    if (distance < nearestDistance)
+    {
+      nearestDistance = distance;
+      nearestDrawnPoint = cell->GetPointId(i);
+    }
+  }
+  if (located)
+  {
+    result.position = {{hitPoint[0], hitPoint[1], hitPoint[2]}};
+  }
+  else if (nearestDrawnPoint >= 0)
+  {
+    result.drawn->GetPoint(nearestDrawnPoint, result.position.data());
+  }
+
+  // The ids in the dataset the user knows: as they stand when it is the one drawn, else found by
+  // the position (an outline, a surface of a volume, a filtered output).
+  if (result.original == result.drawn)
+  {
+    result.cellId = result.drawnCellId;
+    result.pointId = nearestDrawnPoint;
+  }
+  else
+  {
+    result.cellId = FindCellAt(result.original, result.position.data());
+    result.pointId =
+        result.original->GetNumberOfPoints() > 0 ? result.original->FindPoint(result.position.data()) : -1;
+  }
+  return result;
+}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <vtkSmartPointer.h>
+#include <vtkType.h>
+
+#include <array>
+
+class vtkDataSet;
+class vtkMapper;
+class vtkProp;
+class vtkRenderer;
+
+/** What lies under one pixel of a render window, in the ids of the dataset the user loaded. */
+struct VXPickResult
+{
+  bool hit = false;
+  vtkProp* prop = nullptr;
+  vtkMapper* mapper = nullptr;
+  // The dataset the mapper draws, and the first dataset up its pipeline: the one whose arrays the
+  // user knows. The ids below index the latter.
+  vtkSmartPointer<vtkDataSet> drawn;
+  vtkSmartPointer<vtkDataSet> original;
+  // The id of the drawn cell, as the hardware selection gave it.
+  vtkIdType drawnCellId = -1;
+  vtkIdType cellId = -1;
+  vtkIdType pointId = -1;
+  std::array<double, 3> position = {{0.0, 0.0, 0.0}};
+};
+
+/**
+ * Picks through the hardware selector: renders the cell ids of the props under a pixel, then finds
+ * the world position on the picked cell along the view ray, and the nearest point of that cell.
+ * Props that are not pickable (highlights, cursors, annotations) are hidden while it renders, so
+ * that the data behind them is found.
+ */
+class VXHardwarePicker
+{
+public:
+  /** x and y are display coordinates: pixels from the bottom left of the renderer's window. */
+  static VXPickResult Pick(vtkRenderer* renderer, int x, int y);
+
+  /** The cell of a structured or unstructured dataset at a world position; -1 outside. */
+  static vtkIdType FindCellAt(vtkDataSet* dataSet, const double position[3]);
+};
