@@ -18,7 +18,10 @@ for arg in "$@"; do
   case "$arg" in
     --state) has_file=1 skip_next=1 ;; # a state brings its own files
     --screenshot | --size | --theme | --geometry | --view | --color-by | --preset | --save-state | \
-      --clip-plane | --clip-box | --slice | --threshold | --resample | --decimate | --mask-out) skip_next=1 ;;
+      --clip-plane | --clip-box | --slice | --threshold | --resample | --decimate | --mask-out | \
+      --slice-number | --slice-axis | --glyph | --build-plate | --plate-spacing | --pick | --table | \
+      --export-table | --delimiter | --notation | --precision | --chart | --series | --bins | \
+      --export-chart | --convert) skip_next=1 ;;
     -*) ;;
     *) has_file=1 ;;
   esac
