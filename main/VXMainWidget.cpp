@@ -484,7 +484,11 @@ void VXMainWidget::saveState(nlohmann::json& output)
   {
     nlohmann::json sectionState = nlohmann::json::object();
     section.save(sectionState);
-    output[section.key.toStdString()] = sectionState;
+    // A window with nothing to keep leaves no key, so that loading the file leaves that window alone.
+    if (!sectionState.empty())
+    {
+      output[section.key.toStdString()] = sectionState;
+    }
   }
 }
 

@@ -80,7 +80,8 @@ public:
 
   /**
    * @brief Lets a host's own window (spreadsheets, charts) keep its state in the same state file,
-   * under its own key beside the visualization. A file without the key leaves that window as it is.
+   * under its own key beside the visualization. A section that saves nothing writes no key; a file
+   * without the key leaves that window as it is.
    */
   void addStateSection(const QString& key, std::function<void(nlohmann::json&)> save,
                        std::function<void(const nlohmann::json&)> load);

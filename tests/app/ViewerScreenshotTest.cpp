@@ -127,7 +127,7 @@ TEST(ViewerScreenshot, ViewColouringAndPresetFromTheCommandLine)
       {mesh, QStringLiteral("--view"), QStringLiteral("cubes"), QStringLiteral("--screenshot"), shot});
   EXPECT_EQ(badView.exitCode, 2);
   EXPECT_TRUE(badView.errors.contains(
-      QStringLiteral("the views are: glyph, outline, points, surface, volume, wireframe")))
+      QStringLiteral("the views are: glyph, outline, points, slice, surface, volume, wireframe")))
       << badView.errors.toStdString();
   const ViewerRun badPreset = runViewer(
       {mesh, QStringLiteral("--preset"), QStringLiteral("Nope"), QStringLiteral("--screenshot"), shot});

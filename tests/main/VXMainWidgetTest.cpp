@@ -336,6 +336,12 @@ TEST_F(MainWidgetTest, HostStateSectionsTravelInTheSameFileAndOldFilesLeaveThemA
   ASSERT_TRUE(m_Widget->saveStateToFile(path));
   const nlohmann::json saved = nlohmann::json::parse(readFile(path).toStdString());
   EXPECT_EQ(saved.at("spreadsheet_state").at("tables"), 3);
+  // A window with nothing to keep writes no key.
+  m_Widget->addStateSection(
+      QStringLiteral("charting_state"), [](nlohmann::json&) {}, [](const nlohmann::json&) { FAIL(); });
+  nlohmann::json withEmpty;
+  m_Widget->saveState(withEmpty);
+  EXPECT_FALSE(withEmpty.contains("charting_state"));
 
   tables = 0;
   auto fresh = makeWidget();
