@@ -138,6 +138,15 @@ bool ViewerMaskHost::saveDataStructure(const QString& path)
                                         "filter of a .kestrix file first."));
     return false;
   }
+  // Values too large for memory are read from the source file on demand: it must stay as it is.
+  if (QFileInfo(path).absoluteFilePath() == QFileInfo(m_LastBridge->filePath()).absoluteFilePath())
+  {
+    Q_EMIT outputMessage(
+        QStringLiteral("Cannot save the data structure over '%1', the file it was read from; "
+                       "choose another file.")
+            .arg(path));
+    return false;
+  }
   const auto result =
       zr::core::KESTRIX::SaveDataStructureToFile(path.toStdString(), *m_Structures.at(m_LastBridge.data()));
   if (!result.valid())

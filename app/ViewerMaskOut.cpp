@@ -171,6 +171,12 @@ int ViewerMaskOut::run(const QStringList& arguments)
             .arg(options.file),
         2);
   }
+  // Values too large for memory are read from the input on demand while the output is written.
+  if (QFileInfo(options.output).absoluteFilePath() == info.absoluteFilePath())
+  {
+    return complain(
+        QStringLiteral("--mask-out writes a new file: '%1' is the file it reads").arg(options.output), 2);
+  }
   auto loaded = zr::core::KESTRIX::LoadDataStructureFromFile(options.file.toStdString(), false);
   if (!loaded.valid())
   {

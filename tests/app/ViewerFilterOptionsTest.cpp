@@ -347,6 +347,9 @@ TEST(ViewerFilterOptions, MaskOutRefusesWhatItCannotDo)
        QStringLiteral(
            "Cannot create a mask on 'Sample/Grain Centroids': its cell data 'Vertex Data' has no array "
            "'Phases'")},
+      {{k_Sample, threshold, QStringLiteral("Phases:1:2"), maskOut, k_Sample},
+       2,
+       QStringLiteral("--mask-out writes a new file: '%1' is the file it reads").arg(k_Sample)},
       {{k_Image, threshold, QStringLiteral("Density:1:2"), maskOut, masked}, 2, QStringLiteral("is not one")},
       {{dir.filePath(QStringLiteral("missing.kestrix")), threshold, QStringLiteral("Phases:1:2"), maskOut,
         masked},

@@ -160,6 +160,11 @@ TEST_F(ViewerMaskHostTest, AllFiltersOfAChainGiveAMaskThatTheViewsAndTheSavedFil
                      "Phase in [2, 3].")))
       << output().toStdString();
 
+  EXPECT_FALSE(m_Window->maskHost()->saveDataStructure(m_File));
+  EXPECT_TRUE(
+      output().contains(QStringLiteral("Cannot save the data structure over '%1', the file it was read "
+                                       "from; choose another file.")
+                            .arg(m_File)));
   const QString saved = m_Dir.filePath(QStringLiteral("masked.kestrix"));
   ASSERT_TRUE(m_Window->maskHost()->saveDataStructure(saved));
   EXPECT_TRUE(
