@@ -105,6 +105,12 @@ void VXVolumeRepPimpl::initializeSettingsWidget()
             m_ColorPresetsDialog->show();
             m_ColorPresetsDialog->raise();
           });
+  row->addStretch(1);
+  coloring->addLayout(row);
+  // A second row, so that the panel stays narrow.
+  row = new QHBoxLayout();
+  row->setContentsMargins(2, 2, 2, 2);
+  row->setSpacing(2);
   m_InvertButton = iconButton(QStringLiteral("Invert"), QStringLiteral("m_InvertColorBtn"),
                               QStringLiteral("invert"), QStringLiteral("Invert the color map"), row, section);
   m_InvertButton->setCheckable(true);
