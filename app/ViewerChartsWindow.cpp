@@ -26,7 +26,14 @@ ViewerChartsWindow::ViewerChartsWindow(QMainWindow* window, VXMainWidget* mainWi
           m_Charting->saveState(json);
         }
       },
-      [this](const nlohmann::json& json) { chartingWidget()->loadState(json); });
+      [this](const nlohmann::json& json)
+      {
+        // A state saved while the window was never opened holds no charts: leave the window alone.
+        if (json.is_object() && !json.empty())
+        {
+          chartingWidget()->loadState(json);
+        }
+      });
 }
 
 ViewerChartsWindow::~ViewerChartsWindow()
