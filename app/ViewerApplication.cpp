@@ -208,6 +208,12 @@ int ViewerApplication::run(int argc, char** argv)
   parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption, viewOption, colorByOption,
                      presetOption, stateOption, saveStateOption, buildPlateOption, plateSpacingOption,
                      pickOption});
+  const QCommandLineOption sliceNumberOption(
+      QStringLiteral("slice-number"), QStringLiteral("Slice of the image slice views."), QStringLiteral("n"));
+  const QCommandLineOption sliceAxisOption(QStringLiteral("slice-axis"),
+                                           QStringLiteral("Axis of the image slice views: x, y or z."),
+                                           QStringLiteral("axis"));
+  parser.addOptions({sliceNumberOption, sliceAxisOption});
   // The filter options are read again in their order by ViewerFilterSteps; here they are only known.
   for (const QString& option : ViewerFilterSteps::OptionNames())
   {
@@ -235,7 +241,10 @@ int ViewerApplication::run(int argc, char** argv)
   QString choiceError;
   if ((parser.isSet(viewOption) && !choice.setView(parser.value(viewOption), &choiceError)) ||
       (parser.isSet(colorByOption) && !choice.setColorBy(parser.value(colorByOption), &choiceError)) ||
-      (parser.isSet(presetOption) && !choice.setPreset(parser.value(presetOption), &choiceError)))
+      (parser.isSet(presetOption) && !choice.setPreset(parser.value(presetOption), &choiceError)) ||
+      (parser.isSet(sliceAxisOption) && !choice.setSliceAxis(parser.value(sliceAxisOption), &choiceError)) ||
+      (parser.isSet(sliceNumberOption) &&
+       !choice.setSliceNumber(parser.value(sliceNumberOption), &choiceError)))
   {
     err << "kestrix-viewer: " << choiceError << '\n';
     return 2;

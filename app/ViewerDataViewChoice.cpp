@@ -1,11 +1,14 @@
 #include "app/ViewerDataViewChoice.h"
 
 #include "data_bridge/CVVtkBridge.h"
+#include "data_views/VXImageSliceRepPimpl.h"
 #include "data_views/VXPointsRepPimpl.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
 #include "platform/ColorPresetsFile.h"
+#include "views/VXAbstractViewWidget.h"
+#include "views/VXVisualizationWidget.h"
 
 #include <vtkCellData.h>
 #include <vtkDataArray.h>
@@ -21,7 +24,8 @@ const QMap<QString, VXRepresentation::Type> k_ViewNames = {
     {QStringLiteral("outline"), VXRepresentation::Outline},
     {QStringLiteral("points"), VXRepresentation::Points},
     {QStringLiteral("wireframe"), VXRepresentation::Wireframe},
-    {QStringLiteral("surface"), VXRepresentation::Surface}};
+    {QStringLiteral("surface"), VXRepresentation::Surface},
+    {QStringLiteral("slice"), VXRepresentation::ImageSlice}};
 
 const QString k_Magnitude = QStringLiteral("magnitude");
 
@@ -154,6 +158,13 @@ bool ViewerDataViewChoice::setPreset(const QString& name, QString* error)
 
 void ViewerDataViewChoice::applyDefaults() const
 {
+  if (m_Type == VXRepresentation::ImageSlice)
+  {
+    // Only images can be sliced; other geometries keep the viewer's own views.
+    UseViewerDefaults();
+    VXPipeline::setDefaultImageGeomRepType(VXRepresentation::ImageSlice);
+    return;
+  }
   if (m_Type != VXRepresentation::None)
   {
     setDefaultViews(m_Type, m_Type, m_Type);
@@ -163,6 +174,10 @@ void ViewerDataViewChoice::applyDefaults() const
 bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewWidget* view,
                                    QString* error) const
 {
+  if (!applySlice(bridge, view, error))
+  {
+    return false;
+  }
   if (m_Array.isEmpty() && !m_Preset)
   {
     return true;
@@ -211,6 +226,125 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
     *error = QStringLiteral("no array '%1' in '%2'; its arrays are: %3")
                  .arg(m_Array, bridge.name(),
                       known.isEmpty() ? QStringLiteral("(none)") : known.join(QStringLiteral(", ")));
+    return false;
+  }
+  return true;
+}
+
+bool ViewerDataViewChoice::setSliceNumber(const QString& text, QString* error)
+{
+  bool isNumber = false;
+  const int number = text.toInt(&isNumber);
+  if (!isNumber)
+  {
+    *error = QStringLiteral("--slice-number takes a whole number, for example 12; got '%1'").arg(text);
+    return false;
+  }
+  m_SliceNumber = number;
+  if (m_Type == VXRepresentation::None)
+  {
+    m_Type = VXRepresentation::ImageSlice;
+  }
+  if (m_Type != VXRepresentation::ImageSlice)
+  {
+    *error = QStringLiteral("--slice-number and --slice-axis need --view slice");
+    return false;
+  }
+  return true;
+}
+
+bool ViewerDataViewChoice::setSliceAxis(const QString& text, QString* error)
+{
+  const QString axis = text.toLower();
+  if (axis != QStringLiteral("x") && axis != QStringLiteral("y") && axis != QStringLiteral("z"))
+  {
+    *error = QStringLiteral("--slice-axis takes x, y or z; got '%1'").arg(text);
+    return false;
+  }
+  m_SliceAxis = axis.at(0).unicode() - QLatin1Char('x').unicode();
+  if (m_Type == VXRepresentation::None)
+  {
+    m_Type = VXRepresentation::ImageSlice;
+  }
+  if (m_Type != VXRepresentation::ImageSlice)
+  {
+    *error = QStringLiteral("--slice-number and --slice-axis need --view slice");
+    return false;
+  }
+  return true;
+}
+
+bool ViewerDataViewChoice::applySlice(const VXBridgeObject& bridge, VXAbstractViewWidget* view,
+                                      QString* error) const
+{
+  if (m_Type != VXRepresentation::ImageSlice)
+  {
+    return true;
+  }
+  using ZRVtkModule::constants::SliceDirection;
+  // x steps through YZ planes, y through XZ planes, z through XY planes.
+  static const SliceDirection k_Directions[3] = {
+      ZRVtkModule::constants::YZPlane, ZRVtkModule::constants::XZPlane, ZRVtkModule::constants::XYPlane};
+  static const char k_AxisNames[3] = {'x', 'y', 'z'};
+  bool sliced = false;
+  for (VXDataSource* dataSource : bridge.dataSources())
+  {
+    for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
+    {
+      auto* slice = qobject_cast<VXImageSliceRepPimpl*>(representation->implementation(view));
+      if (slice == nullptr)
+      {
+        continue;
+      }
+      if (!slice->hasImage())
+      {
+        *error = QStringLiteral("image '%1' in '%2' is empty: it has no slice to show")
+                     .arg(dataSource->name(), bridge.name());
+        return false;
+      }
+      const int axis = m_SliceAxis.value_or(2);
+      slice->updateSliceDirection(k_Directions[axis]);
+      if (m_SliceNumber)
+      {
+        const std::array<int, 2> range = slice->getSliceDirectionBounds();
+        if (*m_SliceNumber < range[0] || *m_SliceNumber > range[1])
+        {
+          *error = QStringLiteral("slice number %1 is out of range for '%2' in '%3': its slices along %4 "
+                                  "run from %5 to %6")
+                       .arg(*m_SliceNumber)
+                       .arg(dataSource->name(), bridge.name())
+                       .arg(QLatin1Char(k_AxisNames[axis]))
+                       .arg(range[0])
+                       .arg(range[1]);
+          return false;
+        }
+        slice->setSliceNumber(*m_SliceNumber);
+      }
+      sliced = true;
+    }
+  }
+  if (sliced && view != nullptr && view->getVisualizationWidget() != nullptr)
+  {
+    // Look straight at the planes: along the axis the slices step in.
+    VXVisualizationWidget* window = view->getVisualizationWidget();
+    const int axis = m_SliceAxis.value_or(2);
+    if (axis == 0)
+    {
+      window->camXPlus();
+    }
+    else if (axis == 1)
+    {
+      window->camYPlus();
+    }
+    else
+    {
+      window->camZPlus();
+    }
+  }
+  if (!sliced && (m_SliceNumber || m_SliceAxis))
+  {
+    *error = QStringLiteral("'%1' holds no image to slice; --slice-number and --slice-axis apply to images")
+                 .arg(bridge.name());
     return false;
   }
   return true;

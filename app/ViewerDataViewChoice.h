@@ -25,6 +25,10 @@ public:
   bool setView(const QString& name, QString* error);
   bool setColorBy(const QString& text, QString* error);
   bool setPreset(const QString& name, QString* error);
+  /** @brief --slice-number N: the slice the image slice views show (implies --view slice). */
+  bool setSliceNumber(const QString& text, QString* error);
+  /** @brief --slice-axis x|y|z: the axis the image slice views step along (implies --view slice). */
+  bool setSliceAxis(const QString& text, QString* error);
   /** @brief The kind of view asked for; None when --view was not given. */
   int viewType() const { return m_Type; }
 
@@ -38,6 +42,8 @@ public:
 
 private:
   // The default view of every kind of geometry: faces, vertex lists and edge lists.
+  // Moves the image slice views of the bridge's data sources to the asked axis and slice.
+  bool applySlice(const VXBridgeObject& bridge, VXAbstractViewWidget* view, QString* error) const;
   static void setDefaultViews(VXRepresentation::Type faces, VXRepresentation::Type vertices,
                               VXRepresentation::Type edges);
 
@@ -45,4 +51,6 @@ private:
   QString m_Array;
   std::optional<int> m_Component;
   std::optional<zr::core::ColorTableUtilities::ColorPreset> m_Preset;
+  std::optional<int> m_SliceNumber;
+  std::optional<int> m_SliceAxis; // 0 x, 1 y, 2 z
 };

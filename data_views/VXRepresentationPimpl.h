@@ -68,6 +68,8 @@ public:
   virtual void decimateGeometry() { m_DecimationStale = false; }
   virtual void trySetDecimatedDataSet() {}
   virtual void trySetOriginalDataSet() {}
+  /** @brief Gives the view's data to its histogram, if it has one and it is asked for. */
+  virtual void generateHistogramData() {}
   bool isDecimationStale() const { return m_DecimationStale; }
   // Takes the settings of another window's implementation of the same view.
   virtual void copySettings(const VXRepresentationPimpl* other);

@@ -1,6 +1,6 @@
 #include "data_views/VXUpdateHistogramCallback.h"
 
-#include "data_views/VXPointsRepPimpl.h"
+#include "data_views/VXRepresentationPimpl.h"
 
 #include <vtkObjectFactory.h>
 

@@ -2,7 +2,7 @@
 
 #include <vtkCallbackCommand.h>
 
-class VXPointsRepPimpl;
+class VXRepresentationPimpl;
 
 /**
  * Observes the end of each run of a view's upstream algorithm and has the view's histogram follow the
@@ -14,7 +14,7 @@ public:
   static VXUpdateHistogramCallback* New();
   vtkTypeMacro(VXUpdateHistogramCallback, vtkCallbackCommand);
 
-  void setRepresentation(VXPointsRepPimpl* representation) { m_Representation = representation; }
+  void setRepresentation(VXRepresentationPimpl* representation) { m_Representation = representation; }
   void Execute(vtkObject* caller, unsigned long eventId, void* callData) override;
 
 protected:
@@ -25,5 +25,5 @@ private:
   VXUpdateHistogramCallback(const VXUpdateHistogramCallback&) = delete;
   void operator=(const VXUpdateHistogramCallback&) = delete;
 
-  VXPointsRepPimpl* m_Representation = nullptr;
+  VXRepresentationPimpl* m_Representation = nullptr;
 };

@@ -12,6 +12,7 @@ inline const QString k_OutlineRepresentation = QStringLiteral("#outline-represen
 inline const QString k_PointsRepresentation = QStringLiteral("#points-representation");
 inline const QString k_WireframeRepresentation = QStringLiteral("#wireframe-representation");
 inline const QString k_SurfaceRepresentation = QStringLiteral("#surface-representation");
+inline const QString k_ImageSliceRepresentation = QStringLiteral("#d-image-slice-representation");
 
 // Anchors shared by every level.
 inline const QString k_BackFaceCulling = QStringLiteral("#back-face-culling");

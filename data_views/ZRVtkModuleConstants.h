@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMetaType>
 #include <QString>
 
 // Labels shared by the settings panels of the data views.
@@ -16,4 +17,14 @@ inline const QString k_MapScalarsNonColors = QStringLiteral("Non-Colors");
 inline const QString k_MapScalarsNever = QStringLiteral("Never");
 inline const QString k_SolidColor = QStringLiteral("Solid Color");
 inline const QString MultiOptionString = QStringLiteral("---");
+
+// The plane an image slice view shows; the numbers are stored in state records.
+enum SliceDirection
+{
+  XYPlane = 0,
+  YZPlane = 1,
+  XZPlane = 2
+};
 } // namespace ZRVtkModule::constants
+
+Q_DECLARE_METATYPE(ZRVtkModule::constants::SliceDirection)

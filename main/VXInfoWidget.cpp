@@ -2,6 +2,9 @@
 
 #include "annotations/VXGlobalSource.h"
 #include "ui_VXInfoWidget.h"
+#include <vtkAlgorithm.h>
+#include <vtkAlgorithmOutput.h>
+#include <vtkImageData.h>
 
 #include "data_views/VXRepresentationPimpl.h"
 #include "filters/VXFilter.h"
@@ -394,6 +397,7 @@ void VXInfoWidget::showContextMenu(const QPoint& position)
         connect(add->addAction(VXRepresentation::k_RepresentationTypeToString.value(type)),
                 &QAction::triggered, this, [this, type]() { addRepresentationToSelection(type); });
       }
+      addImageDataViews(add, index);
       menu.addSeparator();
     }
     if (m_Model->canAddFilter(index))
@@ -589,4 +593,20 @@ void VXInfoWidget::loadState(const nlohmann::json& input, const QMap<VXAbstractV
   loader.load(input, source.isValid() ? source.siblingAtColumn(0) : source);
   m_Model->linkLoadedRepresentations();
   m_TreeView->expandAll();
+}
+
+void VXInfoWidget::addImageDataViews(QMenu* menu, const QModelIndex& index)
+{
+  // Images can also be shown slice by slice.
+  VXCoreObject* object = m_Model ? m_Model->getCoreObject(index) : nullptr;
+  vtkAlgorithmOutput* port = object != nullptr ? object->outputPort() : nullptr;
+  if (port == nullptr || port->GetProducer() == nullptr ||
+      vtkImageData::SafeDownCast(port->GetProducer()->GetOutputDataObject(port->GetIndex())) == nullptr ||
+      !VXRepresentation::IsRegistered(VXRepresentation::ImageSlice))
+  {
+    return;
+  }
+  connect(menu->addAction(VXRepresentation::k_RepresentationTypeToString.value(VXRepresentation::ImageSlice)),
+          &QAction::triggered, this,
+          [this]() { addRepresentationToSelection(VXRepresentation::ImageSlice); });
 }

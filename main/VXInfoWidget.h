@@ -108,6 +108,8 @@ private:
   // Puts the widget into the layout in place of the shown one, which goes back to its owner.
   static void swapPanel(QVBoxLayout* layout, QPointer<QWidget>& shown, QWidget* next);
   void showContextMenu(const QPoint& position);
+  // Adds the image slice view to the add-data-view menu when the item gives an image.
+  void addImageDataViews(QMenu* menu, const QModelIndex& index);
   void fillPresetMenu(QMenu* menu, const QModelIndex& index);
   void updateToolbarState();
 

@@ -1,6 +1,7 @@
 #include "pipeline/VXPipelineModel.h"
 
 #include "annotations/VXGlobalSource.h"
+#include "data_views/VXImageSliceRepPimpl.h"
 #include "data_views/VXRepresentationPimpl.h"
 #include "filters/VXFilter.h"
 #include "main/VXInfoWidget.h"
@@ -1232,6 +1233,7 @@ void VXPipelineModel::linkImageSliceSlices(VXRepresentationPimpl* representation
     m_LinkedSliceViews.removeAll(representation);
   }
   representation->setLinked(joining);
+  connectLinkedSliceView(representation, joining);
   // While a link is being made the user picks the views to join; the views show their split ids.
   Q_EMIT linkingDataViews(joining);
 }
@@ -1246,7 +1248,34 @@ void VXPipelineModel::linkLoadedRepresentations()
       if (implementation != nullptr && implementation->isLinked())
       {
         m_LinkedSliceViews.append(implementation);
+        connectLinkedSliceView(implementation, true);
       }
     }
   }
+}
+
+void VXPipelineModel::connectLinkedSliceView(VXRepresentationPimpl* representation, bool linked)
+{
+  auto* slice = qobject_cast<VXImageSliceRepPimpl*>(representation);
+  if (slice == nullptr)
+  {
+    return;
+  }
+  disconnect(slice, &VXImageSliceRepPimpl::sliceNumberChanged, this, nullptr);
+  disconnect(slice, &VXImageSliceRepPimpl::sliceDirectionChanged, this, nullptr);
+  disconnect(slice, &VXImageSliceRepPimpl::linkPhysicalUnitsChanged, this, nullptr);
+  if (!linked)
+  {
+    return;
+  }
+  // Each linked view moves the others; they follow with their own signals blocked.
+  connect(slice, &VXImageSliceRepPimpl::sliceNumberChanged, this,
+          [this](int number, VXImageSliceRepPimpl* source)
+          { VXImageSliceRepPimpl::updateLinkedSlices(linkedSliceViews(), number, source); });
+  connect(slice, &VXImageSliceRepPimpl::sliceDirectionChanged, this,
+          [this](ZRVtkModule::constants::SliceDirection direction, VXImageSliceRepPimpl* source)
+          { VXImageSliceRepPimpl::updateLinkedSliceDirections(linkedSliceViews(), direction, source); });
+  connect(slice, &VXImageSliceRepPimpl::linkPhysicalUnitsChanged, this,
+          [this](bool link, VXImageSliceRepPimpl* source)
+          { VXImageSliceRepPimpl::updateLinkedPhysicalUnits(linkedSliceViews(), link, source); });
 }

@@ -236,6 +236,8 @@ private:
   void removeTreeItem(TreeItem* item);
   bool itemNameIsDuplicate(const QModelIndex& index, const QString& name) const;
   void emitSubtreeChanged(TreeItem* item, const QVector<int>& roles);
+  // Has a linked image slice view move the other linked views, or stops it.
+  void connectLinkedSliceView(VXRepresentationPimpl* representation, bool linked);
 
   VXPipeline* m_Pipeline = nullptr;
   QPointer<VXInfoWidget> m_InfoWidget;
