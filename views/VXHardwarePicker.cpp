@@ -1,6 +1,7 @@
 #include "views/VXHardwarePicker.h"
 
 #include "data_bridge/ZRVtkUtils.h"
+#include "data_views/VXOpenGLImageSliceMapper.h"
 #include "views/VXHardwareSelection.h"
 
 #include <vtkActor.h>
@@ -10,6 +11,7 @@
 #include <vtkGenericCell.h>
 #include <vtkHardwareSelector.h>
 #include <vtkImageData.h>
+#include <vtkImageSlice.h>
 #include <vtkLine.h>
 #include <vtkMapper.h>
 #include <vtkMath.h>
@@ -84,6 +86,46 @@ double distanceToRay(const double point[3], const double nearPoint[3], const dou
   double closest[3];
   return std::sqrt(vtkLine::DistanceToLine(point, nearPoint, farPoint, t, closest));
 }
+// An image slice is a textured quad: the selection gives the texel and the piece of the image it
+// belongs to, which our slice mapper turns into the (i, j, k) of the image it draws.
+void pickImageSlice(vtkImageSlice* slice, vtkIdType selectionId, VXPickResult& result)
+{
+  auto* mapper = image_slice_utilities::VXOpenGLImageSliceMapper::SafeDownCast(slice->GetMapper());
+  vtkImageData* drawn = mapper != nullptr ? mapper->GetInput() : nullptr;
+  int ijk[3];
+  if (drawn == nullptr || !mapper->ijkFromSelection(selectionId, ijk))
+  {
+    return;
+  }
+  const vtkIdType drawnPoint = drawn->ComputePointId(ijk);
+  if (drawnPoint < 0 || drawnPoint >= drawn->GetNumberOfPoints())
+  {
+    return;
+  }
+  result.mapper = mapper;
+  result.drawn = drawn;
+  result.drawnCellId = drawnPoint;
+  auto* original =
+      vtkImageData::SafeDownCast(ZRVtk::utils::FindOriginalPipelineInput(mapper->GetInputAlgorithm()));
+  result.original =
+      original != nullptr ? static_cast<vtkDataSet*>(original) : static_cast<vtkDataSet*>(drawn);
+  drawn->GetPoint(drawnPoint, result.position.data());
+  result.hit = true;
+  // The slice view draws each cell of the image as one point of the image it draws, at the same (i, j,
+  // k); an image without cell arrays is drawn by its points.
+  const bool drawsCells =
+      original != nullptr && original != drawn && drawn->GetNumberOfPoints() == original->GetNumberOfCells();
+  if (drawsCells)
+  {
+    result.cellId = original->ComputeCellId(ijk);
+    result.pointId = original->ComputePointId(ijk);
+  }
+  else
+  {
+    result.pointId = drawnPoint;
+    result.cellId = VXHardwarePicker::FindCellAt(result.original, result.position.data());
+  }
+}
 } // namespace
 
 vtkIdType VXHardwarePicker::FindCellAt(vtkDataSet* dataSet, const double position[3])
@@ -153,6 +195,11 @@ VXPickResult VXHardwarePicker::Pick(vtkRenderer* renderer, int x, int y)
     return result;
   }
   result.prop = info.Prop;
+  if (auto* slice = vtkImageSlice::SafeDownCast(info.Prop))
+  {
+    pickImageSlice(slice, info.AttributeID, result);
+    return result;
+  }
   auto* actor = vtkActor::SafeDownCast(info.Prop);
   result.mapper = actor != nullptr ? actor->GetMapper() : nullptr;
   if (result.mapper == nullptr)

@@ -6,7 +6,7 @@
 #include <array>
 
 class vtkDataSet;
-class vtkMapper;
+class vtkAbstractMapper3D;
 class vtkProp;
 class vtkRenderer;
 
@@ -15,7 +15,7 @@ struct VXPickResult
 {
   bool hit = false;
   vtkProp* prop = nullptr;
-  vtkMapper* mapper = nullptr;
+  vtkAbstractMapper3D* mapper = nullptr;
   // The dataset the mapper draws, and the first dataset up its pipeline: the one whose arrays the
   // user knows. The ids below index the latter.
   vtkSmartPointer<vtkDataSet> drawn;

@@ -1,21 +1,42 @@
 #include "views/VXHardwareSelection.h"
 
+#include "data_views/VXOpenGLImageSliceMapper.h"
+
+#include <vtkImageSlice.h>
 #include <vtkObjectFactory.h>
 #include <vtkOpenGLHardwareSelector.h>
+#include <vtkPropCollection.h>
+#include <vtkRenderer.h>
 #include <vtkVersion.h>
 
-namespace VXHardwareSelection
-{
-std::vector<std::array<int, 6>>& SubDividedTextureExtents()
-{
-  // Selection passes run within one render at a time, on the GUI thread.
-  static std::vector<std::array<int, 6>> s_Extents;
-  return s_Extents;
-}
-} // namespace VXHardwareSelection
+#include <functional>
 
 namespace
 {
+using image_slice_utilities::SubDividedTextureExtents;
+using image_slice_utilities::VXOpenGLImageSliceMapper;
+
+// Each image slice prop of the renderer that our slice mapper draws.
+void forEachSliceMapper(vtkRenderer* renderer, const std::function<void(VXOpenGLImageSliceMapper*)>& work)
+{
+  if (renderer == nullptr)
+  {
+    return;
+  }
+  vtkPropCollection* props = renderer->GetViewProps();
+  vtkCollectionSimpleIterator it;
+  props->InitTraversal(it);
+  while (vtkProp* prop = props->GetNextProp(it))
+  {
+    auto* slice = vtkImageSlice::SafeDownCast(prop);
+    if (auto* mapper =
+            slice != nullptr ? VXOpenGLImageSliceMapper::SafeDownCast(slice->GetMapper()) : nullptr)
+    {
+      work(mapper);
+    }
+  }
+}
+
 class AmberquillHardwareSelector : public vtkOpenGLHardwareSelector
 {
 public:
@@ -34,13 +55,14 @@ protected:
   void BeginSelection() override
   {
     vtkOpenGLHardwareSelector::BeginSelection();
-    VXHardwareSelection::SubDividedTextureExtents().clear();
+    forEachSliceMapper(Renderer, [](VXOpenGLImageSliceMapper* mapper) { mapper->clearExtents(); });
+    SubDividedTextureExtents().clear();
   }
 
   bool PassRequired(int pass) override
   {
     // Small scenes would skip the high word of the cell ids, and with it the index of the sub-extent.
-    if (pass == CELL_ID_HIGH24 && !VXHardwareSelection::SubDividedTextureExtents().empty())
+    if (pass == CELL_ID_HIGH24 && !SubDividedTextureExtents().empty())
     {
       return true;
     }
@@ -49,7 +71,10 @@ protected:
 
   void EndSelection() override
   {
-    VXHardwareSelection::SubDividedTextureExtents().clear();
+    // The decoder of a pick reads each slice mapper's list.
+    forEachSliceMapper(Renderer, [](VXOpenGLImageSliceMapper* mapper)
+                       { mapper->setExtents(SubDividedTextureExtents()); });
+    SubDividedTextureExtents().clear();
     vtkOpenGLHardwareSelector::EndSelection();
   }
 

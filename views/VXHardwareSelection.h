@@ -1,20 +1,15 @@
 #pragma once
 
-#include <array>
-#include <vector>
-
 /**
  * Our override of the toolkit's hardware selector. Image slices are drawn as textured quads cut into
  * sub-extents, so the toolkit's cell ids would only name the quad: the slice mapper writes texel
  * indices in the low cell-id pass and the index of the sub-extent being drawn in the high one. The
  * override keeps the high pass even for small scenes, and hands the list of sub-extents of the
- * selection in progress to the mappers afterwards, so that a pick can be decoded.
+ * selection in progress (image_slice_utilities::SubDividedTextureExtents) to the slice mappers
+ * afterwards, so that a pick can be decoded.
  */
 namespace VXHardwareSelection
 {
-/** The six-int sub-extents an image slice was cut into during the selection in progress. */
-std::vector<std::array<int, 6>>& SubDividedTextureExtents();
-
 /**
  * Puts the override in place: every toolkit request for a vtkHardwareSelector yields ours. Done at
  * library load; calling it again is harmless and makes sure that no factory registered since wins.

@@ -1,5 +1,6 @@
 #include "RenderWindowTestUtils.h"
 
+#include "data_views/VXOpenGLImageSliceMapper.h"
 #include "views/VXHardwarePicker.h"
 #include "views/VXHardwareSelection.h"
 #include "views/VXInteractorStyleCamera.h"
@@ -413,5 +414,5 @@ TEST_F(VXPickerCallbackTest, EveryRequestForAHardwareSelectorYieldsOurs)
   // Picks go through it and still find the data.
   showMesh();
   EXPECT_TRUE(pickWorld(0.75, 0.25, 0.0).hit);
-  EXPECT_TRUE(VXHardwareSelection::SubDividedTextureExtents().empty()) << "cleared after each selection";
+  EXPECT_TRUE(image_slice_utilities::SubDividedTextureExtents().empty()) << "cleared after each selection";
 }
