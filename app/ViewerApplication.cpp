@@ -48,7 +48,19 @@ struct ScriptedRun
   QString screenshotPath;
   QString saveStatePath;
   QSize size;
+  QStringList spreadsheets;
 };
+
+// Each --spreadsheet value: one basic spreadsheet of the comma-separated data paths.
+int openSpreadsheets(ViewerMainWindow& window, const QStringList& values)
+{
+  int failures = 0;
+  for (const QString& value : values)
+  {
+    failures += window.openSpreadsheet(value.split(QLatin1Char(','), Qt::SkipEmptyParts)) ? 0 : 1;
+  }
+  return failures;
+}
 
 // Opens what the command line names off screen, then writes the picture and the state asked for.
 int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
@@ -100,6 +112,7 @@ int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
   {
     failures += window.openFile(file) ? 0 : 1;
   }
+  failures += openSpreadsheets(window, run.spreadsheets);
   if (!run.screenshotPath.isEmpty())
   {
     const QImage image =
@@ -159,8 +172,12 @@ int ViewerApplication::run(int argc, char** argv)
   const QCommandLineOption saveStateOption(
       QStringLiteral("save-state"), QStringLiteral("Write the visualization to a state file and exit."),
       QStringLiteral("file"));
+  const QCommandLineOption spreadsheetOption(
+      QStringLiteral("spreadsheet"),
+      QStringLiteral("Open a spreadsheet of the arrays at these data paths of the .kestrix file."),
+      QStringLiteral("paths"));
   parser.addOptions({screenshotOption, sizeOption, themeOption, verboseOption, viewOption, colorByOption,
-                     presetOption, stateOption, saveStateOption});
+                     presetOption, stateOption, saveStateOption, spreadsheetOption});
   // The filter options are read again in their order by ViewerFilterSteps; here they are only known.
   for (const QString& option : ViewerFilterSteps::OptionNames())
   {
@@ -216,7 +233,7 @@ int ViewerApplication::run(int argc, char** argv)
   if (parser.isSet(screenshotOption) || parser.isSet(saveStateOption))
   {
     return runScripted(window, {files, parser.value(stateOption), parser.value(screenshotOption),
-                                parser.value(saveStateOption), size});
+                                parser.value(saveStateOption), size, parser.values(spreadsheetOption)});
   }
   window.setInteractive(true);
   window.show();
@@ -228,5 +245,6 @@ int ViewerApplication::run(int argc, char** argv)
   {
     window.openFile(file);
   }
+  openSpreadsheets(window, parser.values(spreadsheetOption));
   return app.exec();
 }

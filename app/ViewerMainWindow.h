@@ -6,12 +6,14 @@
 #include <QImage>
 #include <QMainWindow>
 
+class QDockWidget;
 class QMenu;
 class QPlainTextEdit;
 class VXAbstractViewWidget;
 class VXPipeline;
 class VXViewGridWidget;
 class ViewerMainWidget;
+class VXSpreadsheetWidget;
 
 /**
  * @brief The viewer's window: the library's main widget (the split-view grid beside the pipeline
@@ -33,6 +35,15 @@ public:
   VXPipeline* pipeline() const;
   VXViewGridWidget* grid() const;
   QPlainTextEdit* outputPane() const;
+  /** @brief The "Spreadsheets" window, fed with the data structure of every .kestrix file opened. */
+  VXSpreadsheetWidget* spreadsheetWidget() const;
+  QDockWidget* spreadsheetDock() const;
+  /**
+   * @brief Shows the spreadsheet window with a new basic spreadsheet of the arrays at these data paths
+   * of the last .kestrix file opened; false after a message when there is no such file or a path
+   * leads to no array (the others are shown).
+   */
+  bool openSpreadsheet(const QStringList& dataPaths);
 
   /**
    * @brief When off, pop-up messages and questions go only to the output pane (scripts,
@@ -94,6 +105,8 @@ private:
   ViewerFilterSteps m_FilterSteps;
   ViewerMainWidget* m_MainWidget = nullptr;
   QPlainTextEdit* m_OutputPane = nullptr;
+  VXSpreadsheetWidget* m_SpreadsheetWidget = nullptr;
+  QDockWidget* m_SpreadsheetDock = nullptr;
   QMenu* m_RecentMenu = nullptr;
   bool m_Interactive = true;
   // Messages of the state load under way that say it failed.
