@@ -100,7 +100,17 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
   m_SpreadsheetDock->setObjectName(QStringLiteral("spreadsheetsDock"));
   m_SpreadsheetDock->setWidget(m_SpreadsheetWidget);
   addDockWidget(Qt::BottomDockWidgetArea, m_SpreadsheetDock);
+  // Spreadsheets above the output pane, each across the whole width.
+  splitDockWidget(m_SpreadsheetDock, dock, Qt::Vertical);
   m_SpreadsheetDock->hide();
+  connect(m_SpreadsheetDock, &QDockWidget::visibilityChanged, this,
+          [this, dock](bool visible)
+          {
+            if (visible)
+            {
+              resizeDocks({m_SpreadsheetDock, dock}, {380, 120}, Qt::Vertical);
+            }
+          });
   connect(m_SpreadsheetWidget, &VXSpreadsheetWidget::printOutput, this, &ViewerMainWindow::appendOutput);
   connect(m_SpreadsheetWidget, &VXSpreadsheetWidget::loadStateRequested, this,
           &ViewerMainWindow::loadStateFile);
