@@ -21,7 +21,7 @@ for arg in "$@"; do
       --clip-plane | --clip-box | --slice | --threshold | --resample | --decimate | --mask-out | \
       --slice-number | --slice-axis | --glyph | --build-plate | --plate-spacing | --pick | --table | \
       --export-table | --delimiter | --notation | --precision | --chart | --series | --bins | \
-      --export-chart | --convert) skip_next=1 ;;
+      --export-chart | --convert | --spreadsheet) skip_next=1 ;;
     -*) ;;
     *) has_file=1 ;;
   esac
