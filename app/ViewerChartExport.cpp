@@ -1,5 +1,7 @@
 #include "app/ViewerChartExport.h"
 
+#include "app/ViewerScriptInput.h"
+
 #include "charts/VXChart.h"
 #include "charts/VXChartArrayValues.h"
 #include "charts/VXChartCsvWriter.h"
@@ -7,7 +9,6 @@
 #include "charts/VXExportDialog.h"
 #include "data_bridge/ZRVtkUtils.h"
 #include "data_bridge/zr_contract/IDataArray.h"
-#include "data_bridge/zr_contract/KestrixReaderLoader.h"
 
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -26,19 +27,6 @@ const QString k_Size = QStringLiteral("--size");
 const QStringList k_ChartTypes = {QStringLiteral("histogram"), QStringLiteral("scatter"),
                                   QStringLiteral("line"), QStringLiteral("bar")};
 constexpr int k_DefaultBins = 10;
-
-QTextStream& errorStream()
-{
-  static QTextStream s_Err(stderr);
-  return s_Err;
-}
-
-int complain(const QString& message, int exitCode)
-{
-  errorStream() << "kestrix-viewer: " << message << '\n';
-  errorStream().flush();
-  return exitCode;
-}
 
 struct SeriesSpec
 {
@@ -194,27 +182,16 @@ int ViewerChartExport::run(const QStringList& arguments)
   const QString problem = parse(arguments, options);
   if (!problem.isEmpty())
   {
-    return complain(problem + QStringLiteral(" (see kestrix-viewer --help)"), 2);
+    return ViewerScriptInput::Complain(problem + QStringLiteral(" (see kestrix-viewer --help)"), 2);
   }
-  const QFileInfo info(options.file);
-  if (!info.exists())
+  int exitCode = 0;
+  const std::optional<zr::core::DataStructure> loaded =
+      ViewerScriptInput::LoadDataStructure(options.file, exitCode);
+  if (!loaded.has_value())
   {
-    return complain(QStringLiteral("cannot read '%1': no such file").arg(options.file), 1);
+    return exitCode;
   }
-  if (info.suffix().toLower() != QStringLiteral("kestrix"))
-  {
-    return complain(QStringLiteral("'%1' has no data paths: only .kestrix files hold arrays by data path")
-                        .arg(options.file),
-                    2);
-  }
-  auto loaded = zr::core::KESTRIX::LoadDataStructureFromFile(info.absoluteFilePath().toStdString(), false);
-  if (!loaded.valid())
-  {
-    const QString why = loaded.errors().empty() ? QStringLiteral("the file could not be read")
-                                                : QString::fromStdString(loaded.errors().front().message);
-    return complain(QStringLiteral("cannot read '%1': %2").arg(options.file, why), 1);
-  }
-  const zr::core::DataStructure& dataStructure = loaded.value();
+  const zr::core::DataStructure& dataStructure = *loaded;
 
   // Each series spec gives one or more (name, values); a missing or wrong one stops the export.
   struct Column
@@ -233,7 +210,7 @@ int ViewerChartExport::run(const QStringList& arguments)
     const auto* array = path.has_value() ? dataStructure.getDataAs<zr::core::IDataArray>(*path) : nullptr;
     if (array == nullptr || array->getIDataStore() == nullptr)
     {
-      return complain(
+      return ViewerScriptInput::Complain(
           QStringLiteral("Data array at path '%1' does not exist and cannot be added to the chart.")
               .arg(spec.path),
           2);
@@ -241,16 +218,17 @@ int ViewerChartExport::run(const QStringList& arguments)
     const std::size_t components = VXChartArrayValues::ComponentCount(*array);
     if (spec.component >= 0 && static_cast<std::size_t>(spec.component) >= components)
     {
-      return complain(QStringLiteral("Cannot add data array %1 to the chart because it has %2 components but "
-                                     "was expecting %3 or more components")
-                          .arg(spec.path)
-                          .arg(components)
-                          .arg(spec.component + 1),
-                      2);
+      return ViewerScriptInput::Complain(
+          QStringLiteral("Cannot add data array %1 to the chart because it has %2 components but "
+                         "was expecting %3 or more components")
+              .arg(spec.path)
+              .arg(components)
+              .arg(spec.component + 1),
+          2);
     }
     if (array->getNumberOfTuples() == 0)
     {
-      return complain(
+      return ViewerScriptInput::Complain(
           QStringLiteral("Error retrieving values from data array at path '%1'. No tuples were found!")
               .arg(spec.path),
           2);
@@ -285,12 +263,13 @@ int ViewerChartExport::run(const QStringList& arguments)
       Column column{name, VXChartArrayValues::Read(*array, component)};
       if (!columns.empty() && column.values.size() != columns.front().values.size())
       {
-        return complain(QStringLiteral("Cannot add data array %1 to the chart because it has %2 values and "
-                                       "the rest of the chart data has %3 values")
-                            .arg(spec.path)
-                            .arg(column.values.size())
-                            .arg(columns.front().values.size()),
-                        2);
+        return ViewerScriptInput::Complain(
+            QStringLiteral("Cannot add data array %1 to the chart because it has %2 values and "
+                           "the rest of the chart data has %3 values")
+                .arg(spec.path)
+                .arg(column.values.size())
+                .arg(columns.front().values.size()),
+            2);
       }
       columns.push_back(std::move(column));
     }
@@ -298,20 +277,15 @@ int ViewerChartExport::run(const QStringList& arguments)
 
   VXChart chart;
   QObject::connect(&chart, &VXChart::printOutput,
-                   [](const QString& message)
-                   {
-                     errorStream() << "kestrix-viewer: " << message << '\n';
-                     errorStream().flush();
-                   });
+                   [](const QString& message) { ViewerScriptInput::Complain(message, 0); });
   if (histogram)
   {
     const VXChartHistogram bins = VXChartHistogram::Compute(*histogramArray, histogramComponent, options.bins,
                                                             std::nullopt, options.series.front().path);
     for (const QString& message : bins.messages)
     {
-      errorStream() << "kestrix-viewer: " << message << '\n';
+      ViewerScriptInput::Complain(message, 0);
     }
-    errorStream().flush();
     if (!bins.valid)
     {
       return 2;
@@ -352,9 +326,10 @@ int ViewerChartExport::run(const QStringList& arguments)
     {
       if (values.count(columns[i].name) > 0 || columns[i].name == VXChart::k_XSeriesName)
       {
-        return complain(QStringLiteral("two series are named '%1': a chart names each series once")
-                            .arg(QString::fromStdString(columns[i].name)),
-                        2);
+        return ViewerScriptInput::Complain(
+            QStringLiteral("two series are named '%1': a chart names each series once")
+                .arg(QString::fromStdString(columns[i].name)),
+            2);
       }
       styles[columns[i].name] = StyleOf(options.type, static_cast<int>(i - first));
       values[columns[i].name] = columns[i].values;
@@ -363,7 +338,7 @@ int ViewerChartExport::run(const QStringList& arguments)
     chart.setYAxisTitle(columns.size() - first == 1 ? QString::fromStdString(columns[first].name)
                                                     : QStringLiteral("Value"));
   }
-  chart.setChartTitle(info.completeBaseName());
+  chart.setChartTitle(QFileInfo(options.file).completeBaseName());
   if (options.logY)
   {
     chart.setYAxisLogScale(true);
@@ -375,7 +350,7 @@ int ViewerChartExport::run(const QStringList& arguments)
     const VXChartCsvWriter::Status status = VXChartCsvWriter::WriteFile(options.output, chart);
     return status == VXChartCsvWriter::Status::Written
                ? 0
-               : complain(VXChartCsvWriter::Message(status, options.output), 1);
+               : ViewerScriptInput::Complain(VXChartCsvWriter::Message(status, options.output), 1);
   }
   const bool saved =
       suffix == QStringLiteral("svg")
@@ -383,7 +358,7 @@ int ViewerChartExport::run(const QStringList& arguments)
           : VXExportDialog::SaveImageFile(options.output, options.width, options.height, false, &chart);
   if (!saved)
   {
-    return complain(QStringLiteral("cannot write '%1'").arg(options.output), 1);
+    return ViewerScriptInput::Complain(QStringLiteral("cannot write '%1'").arg(options.output), 1);
   }
   return 0;
 }

@@ -1,11 +1,11 @@
 #include "app/ViewerTableExport.h"
 
+#include "app/ViewerScriptInput.h"
+
 #include "data_bridge/zr_contract/IArray.h"
-#include "data_bridge/zr_contract/KestrixReaderLoader.h"
 #include "spreadsheets/VXBasicSpreadsheetModel.h"
 #include "spreadsheets/VXSpreadsheetTableWriter.h"
 
-#include <QFileInfo>
 #include <QTextStream>
 
 namespace
@@ -15,19 +15,6 @@ const QString k_ExportTable = QStringLiteral("--export-table");
 const QString k_Delimiter = QStringLiteral("--delimiter");
 const QString k_Notation = QStringLiteral("--notation");
 const QString k_Precision = QStringLiteral("--precision");
-
-QTextStream& errorStream()
-{
-  static QTextStream s_Err(stderr);
-  return s_Err;
-}
-
-int complain(const QString& message, int exitCode)
-{
-  errorStream() << "kestrix-viewer: " << message << '\n';
-  errorStream().flush();
-  return exitCode;
-}
 
 struct Options
 {
@@ -130,19 +117,6 @@ QString parse(const QStringList& arguments, Options& options)
   return {};
 }
 
-// Data paths of every array of a structure, as --list prints them.
-QStringList arrayPaths(const zr::core::DataStructure& dataStructure)
-{
-  QStringList paths;
-  for (const zr::core::DataPath& path : dataStructure.getAllDataPaths())
-  {
-    if (dataStructure.getDataAs<zr::core::IArray>(path) != nullptr)
-    {
-      paths << QString::fromStdString(path.toString());
-    }
-  }
-  return paths;
-}
 } // namespace
 
 bool ViewerTableExport::handles(const QStringList& arguments)
@@ -156,27 +130,16 @@ int ViewerTableExport::run(const QStringList& arguments)
   const QString problem = parse(arguments, options);
   if (!problem.isEmpty())
   {
-    return complain(problem + QStringLiteral(" (see kestrix-viewer --help)"), 2);
+    return ViewerScriptInput::Complain(problem + QStringLiteral(" (see kestrix-viewer --help)"), 2);
   }
-  const QFileInfo info(options.file);
-  if (!info.exists())
+  int exitCode = 0;
+  const std::optional<zr::core::DataStructure> loaded =
+      ViewerScriptInput::LoadDataStructure(options.file, exitCode);
+  if (!loaded.has_value())
   {
-    return complain(QStringLiteral("cannot read '%1': no such file").arg(options.file), 1);
+    return exitCode;
   }
-  if (info.suffix().toLower() != QStringLiteral("kestrix"))
-  {
-    return complain(QStringLiteral("'%1' has no data paths: only .kestrix files hold arrays by data path")
-                        .arg(options.file),
-                    2);
-  }
-  auto loaded = zr::core::KESTRIX::LoadDataStructureFromFile(info.absoluteFilePath().toStdString(), false);
-  if (!loaded.valid())
-  {
-    const QString why = loaded.errors().empty() ? QStringLiteral("the file could not be read")
-                                                : QString::fromStdString(loaded.errors().front().message);
-    return complain(QStringLiteral("cannot read '%1': %2").arg(options.file, why), 1);
-  }
-  const zr::core::DataStructure& dataStructure = loaded.value();
+  const zr::core::DataStructure& dataStructure = *loaded;
 
   VXBasicSpreadsheetModel model;
   model.setNotation(options.notation);
@@ -193,26 +156,33 @@ int ViewerTableExport::run(const QStringList& arguments)
     }
     if (array->getNumberOfTuples() > model.rowLimit())
     {
-      errorStream() << "kestrix-viewer: the array '" << text << "' has " << array->getNumberOfTuples()
-                    << " tuples, more than the " << model.rowLimit()
-                    << " rows a table can hold; only its first rows are written\n";
+      ViewerScriptInput::Complain(
+          QStringLiteral("the array '%1' has %2 tuples, more than the %3 rows a table "
+                         "can hold; only its first rows are written")
+              .arg(text)
+              .arg(array->getNumberOfTuples())
+              .arg(model.rowLimit()),
+          0);
     }
     model.addArray(array);
   }
   if (!missing.isEmpty())
   {
-    return complain(QStringLiteral("'%1' has no array at %2; its arrays are:\n  %3")
-                        .arg(options.file,
-                             QStringLiteral("'") + missing.join(QStringLiteral("', '")) + QStringLiteral("'"),
-                             arrayPaths(dataStructure).join(QStringLiteral("\n  "))),
-                    2);
+    return ViewerScriptInput::Complain(
+        QStringLiteral("'%1' has no array at %2; its arrays are:\n  %3")
+            .arg(options.file,
+                 QStringLiteral("'") + missing.join(QStringLiteral("', '")) + QStringLiteral("'"),
+                 ViewerScriptInput::ArrayPaths(dataStructure).join(QStringLiteral("\n  "))),
+        2);
   }
   switch (VXSpreadsheetTableWriter::WriteFile(options.output, model, options.delimiter, true))
   {
   case VXSpreadsheetTableWriter::Status::OpenFailed:
-    return complain(QStringLiteral("cannot write '%1': the file could not be opened").arg(options.output), 1);
+    return ViewerScriptInput::Complain(
+        QStringLiteral("cannot write '%1': the file could not be opened").arg(options.output), 1);
   case VXSpreadsheetTableWriter::Status::CommitFailed:
-    return complain(QStringLiteral("cannot write '%1': the file could not be saved").arg(options.output), 1);
+    return ViewerScriptInput::Complain(
+        QStringLiteral("cannot write '%1': the file could not be saved").arg(options.output), 1);
   case VXSpreadsheetTableWriter::Status::Written:
     break;
   }
