@@ -325,20 +325,20 @@ bool ViewerDataViewChoice::applySlice(const VXBridgeObject& bridge, VXAbstractVi
   }
   if (sliced && view != nullptr && view->getVisualizationWidget() != nullptr)
   {
-    // Look straight at the planes: along the axis the slices step in.
+    // Look straight at the planes from the positive side of the axis the slices step in.
     VXVisualizationWidget* window = view->getVisualizationWidget();
     const int axis = m_SliceAxis.value_or(2);
     if (axis == 0)
     {
-      window->camXPlus();
+      window->camXMinus();
     }
     else if (axis == 1)
     {
-      window->camYPlus();
+      window->camYMinus();
     }
     else
     {
-      window->camZPlus();
+      window->camZMinus();
     }
   }
   if (!sliced && (m_SliceNumber || m_SliceAxis))

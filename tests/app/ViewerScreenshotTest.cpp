@@ -126,7 +126,8 @@ TEST(ViewerScreenshot, ViewColouringAndPresetFromTheCommandLine)
   const ViewerRun badView = runViewer(
       {mesh, QStringLiteral("--view"), QStringLiteral("cubes"), QStringLiteral("--screenshot"), shot});
   EXPECT_EQ(badView.exitCode, 2);
-  EXPECT_TRUE(badView.errors.contains(QStringLiteral("the views are: outline, points, surface, wireframe")))
+  EXPECT_TRUE(
+      badView.errors.contains(QStringLiteral("the views are: outline, points, slice, surface, wireframe")))
       << badView.errors.toStdString();
   const ViewerRun badPreset = runViewer(
       {mesh, QStringLiteral("--preset"), QStringLiteral("Nope"), QStringLiteral("--screenshot"), shot});
