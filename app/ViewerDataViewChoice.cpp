@@ -204,7 +204,21 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
     found = found || array != nullptr;
     for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
     {
-      auto* colouring = dynamic_cast<VXPointsRepPimpl*>(representation->implementation(view));
+      VXRepresentationPimpl* implementation = representation->implementation(view);
+      if (auto* slice = qobject_cast<VXImageSliceRepPimpl*>(implementation))
+      {
+        if (m_Preset)
+        {
+          slice->loadPresetColors(*m_Preset);
+        }
+        if (array != nullptr)
+        {
+          slice->setActiveArray(QString::fromUtf8(array->GetName()));
+          slice->setActiveComponent(m_Component.value_or(VXImageSliceRepPimpl::k_Magnitude));
+        }
+        continue;
+      }
+      auto* colouring = dynamic_cast<VXPointsRepPimpl*>(implementation);
       if (colouring == nullptr)
       {
         continue;
