@@ -1,5 +1,7 @@
 #include "app/ViewerDataViewChoice.h"
 
+#include <type_traits>
+
 #include "data_bridge/CVVtkBridge.h"
 #include "data_views/VXGlyphRepPimpl.h"
 #include "data_views/VXImageSliceRepPimpl.h"
@@ -255,20 +257,31 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
     found = found || array != nullptr;
     for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
     {
-      if (auto* volume = dynamic_cast<VXVolumeRepPimpl*>(representation->implementation(view)))
+      VXRepresentationPimpl* implementation = representation->implementation(view);
+      // Volumes and slices keep their own colouring: preset, array and component go to them directly.
+      const auto colourOwn = [&](auto* own)
       {
         if (m_Preset)
         {
-          volume->loadPresetColors(*m_Preset);
+          own->loadPresetColors(*m_Preset);
         }
         if (array != nullptr)
         {
-          volume->setActiveArray(QString::fromUtf8(array->GetName()));
-          volume->setActiveComponent(m_Component.value_or(VXVolumeRepPimpl::k_Magnitude));
+          own->setActiveArray(QString::fromUtf8(array->GetName()));
+          own->setActiveComponent(m_Component.value_or(std::decay_t<decltype(*own)>::k_Magnitude));
         }
+      };
+      if (auto* volume = dynamic_cast<VXVolumeRepPimpl*>(implementation))
+      {
+        colourOwn(volume);
         continue;
       }
-      auto* colouring = dynamic_cast<VXPointsRepPimpl*>(representation->implementation(view));
+      if (auto* slice = qobject_cast<VXImageSliceRepPimpl*>(implementation))
+      {
+        colourOwn(slice);
+        continue;
+      }
+      auto* colouring = dynamic_cast<VXPointsRepPimpl*>(implementation);
       if (colouring == nullptr)
       {
         continue;
@@ -389,20 +402,20 @@ bool ViewerDataViewChoice::applySlice(const VXBridgeObject& bridge, VXAbstractVi
   }
   if (sliced && view != nullptr && view->getVisualizationWidget() != nullptr)
   {
-    // Look straight at the planes: along the axis the slices step in.
+    // Look straight at the planes from the positive side of the axis the slices step in.
     VXVisualizationWidget* window = view->getVisualizationWidget();
     const int axis = m_SliceAxis.value_or(2);
     if (axis == 0)
     {
-      window->camXPlus();
+      window->camXMinus();
     }
     else if (axis == 1)
     {
-      window->camYPlus();
+      window->camYMinus();
     }
     else
     {
-      window->camZPlus();
+      window->camZMinus();
     }
   }
   if (!sliced && (m_SliceNumber || m_SliceAxis))

@@ -11,6 +11,8 @@
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
 #include "pipeline/VXPipelineModel.h"
+#include "platform/ZRComboBox.h"
+#include "platform/ZRSpinBox.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
 #include "views/VXVisualizationWidget.h"
@@ -26,6 +28,7 @@
 #include <vtkRenderWindow.h>
 #include <vtkRenderer.h>
 
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -385,4 +388,75 @@ TEST_F(ImageSliceViewTest, PickingShaderReportsTheCellUnderThePixel)
   EXPECT_EQ(slice->inputImage()->GetCellData()->GetArray("CellIndex")->GetTuple1(id), 6 + 10 * 1 + 100 * 2);
   // An index past the list of pieces is refused.
   EXPECT_FALSE(slice->sliceMapper()->ijkFromSelection(0x1000000LL * 7, ijk));
+}
+
+TEST_F(ImageSliceViewTest, PanelControlsDriveTheSliceAndFollowIt)
+{
+  VXPipelineModel model(&m_Pipeline, nullptr);
+  VXImageSliceRepPimpl* slice = sliceOf(k_Cells);
+  ASSERT_NE(slice, nullptr);
+  slice->initializeSettingsWidget();
+  QWidget* panel = slice->settingsWidget();
+  ASSERT_NE(panel, nullptr);
+  ZRComboBox* direction = nullptr;
+  ZRComboBox* histogram = nullptr;
+  for (ZRComboBox* box : panel->findChildren<ZRComboBox*>())
+  {
+    if (box->count() == 3 && box->itemText(0) == QStringLiteral("XYPlane"))
+    {
+      direction = box;
+    }
+    if (box->count() == 3 && box->itemText(2) == QStringLiteral("Generate Visible Data Histogram"))
+    {
+      histogram = box;
+    }
+  }
+  ASSERT_NE(direction, nullptr);
+  ASSERT_NE(histogram, nullptr);
+  EXPECT_EQ(direction->itemText(1), QStringLiteral("YZPlane"));
+  EXPECT_EQ(direction->itemText(2), QStringLiteral("XZPlane"));
+  const QList<ZRSpinBox*> boxes = panel->findChildren<ZRSpinBox*>();
+  ASSERT_EQ(boxes.size(), 3); // the slice number, then the two flicker slices
+  ZRSpinBox* number = boxes.front();
+  EXPECT_EQ(number->maximum(), 3);
+
+  // Another direction resets the slice number control to the range of the new axis.
+  direction->setCurrentIndex(1);
+  EXPECT_EQ(slice->sliceDirection(), ZRVtkModule::constants::YZPlane);
+  EXPECT_EQ(number->maximum(), 7);
+  number->setValue(5);
+  EXPECT_EQ(slice->sliceMapper()->GetSliceNumber(), 5);
+  slice->setSliceNumber(2);
+  EXPECT_EQ(number->value(), 2);
+
+  auto* link = panel->findChild<QPushButton*>(QStringLiteral("linkSlicesButton"));
+  auto* flicker = panel->findChild<QPushButton*>(QStringLiteral("toggleSlicesButton"));
+  auto* playAll = panel->findChild<QPushButton*>(QStringLiteral("sliceAnimationButton"));
+  ASSERT_TRUE(link != nullptr && flicker != nullptr && playAll != nullptr);
+  EXPECT_EQ(link->text(), QStringLiteral("Link Slices"));
+  EXPECT_EQ(flicker->text(), QStringLiteral("Play"));
+  link->click();
+  EXPECT_EQ(link->text(), QStringLiteral("Unlink Slices"));
+  EXPECT_TRUE(model.linkedSliceViews().contains(slice));
+  link->click();
+  EXPECT_FALSE(model.linkedSliceViews().contains(slice));
+
+  slice->animationDurationChanged(60.0);
+  playAll->click();
+  EXPECT_TRUE(slice->isPlayingAll());
+  EXPECT_FALSE(number->isEnabled());
+  EXPECT_FALSE(flicker->isEnabled());
+  playAll->click();
+  EXPECT_FALSE(slice->isPlayingAll());
+  EXPECT_TRUE(number->isEnabled());
+  EXPECT_TRUE(flicker->isEnabled());
+
+  histogram->setCurrentIndex(2);
+  EXPECT_EQ(slice->histogramMode(), VXImageSliceRepPimpl::HistogramVisible);
+  // Shown in its section (collapsed at first), counting the 6 x 4 cells of the YZ plane on screen.
+  EXPECT_FALSE(slice->histogramWidget()->isHidden());
+  const std::vector<std::uint64_t>& counts = slice->histogramWidget()->counts();
+  EXPECT_EQ(std::accumulate(counts.begin(), counts.end(), std::uint64_t{0}) +
+                slice->histogramWidget()->skippedValues(),
+            6u * 4u);
 }
