@@ -231,6 +231,10 @@ int ViewerApplication::run(int argc, char** argv)
                                        QStringLiteral("Shape of the glyph views: arrow, sphere or cube."),
                                        QStringLiteral("shape"));
   parser.addOption(glyphOption);
+  const QCommandLineOption glyphOrientOption(QStringLiteral("glyph-orient"),
+                                             QStringLiteral("Three-component array that turns the glyphs."),
+                                             QStringLiteral("array"));
+  parser.addOption(glyphOrientOption);
   const QCommandLineOption spreadsheetOption(
       QStringLiteral("spreadsheet"),
       QStringLiteral("Open a spreadsheet of the arrays at these data paths of the .kestrix file."),
@@ -267,7 +271,9 @@ int ViewerApplication::run(int argc, char** argv)
       (parser.isSet(sliceAxisOption) && !choice.setSliceAxis(parser.value(sliceAxisOption), &choiceError)) ||
       (parser.isSet(sliceNumberOption) &&
        !choice.setSliceNumber(parser.value(sliceNumberOption), &choiceError)) ||
-      (parser.isSet(glyphOption) && !choice.setGlyph(parser.value(glyphOption), &choiceError)))
+      (parser.isSet(glyphOption) && !choice.setGlyph(parser.value(glyphOption), &choiceError)) ||
+      (parser.isSet(glyphOrientOption) &&
+       !choice.setGlyphOrientation(parser.value(glyphOrientOption), &choiceError)))
   {
     err << "kestrix-viewer: " << choiceError << '\n';
     return 2;

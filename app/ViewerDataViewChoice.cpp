@@ -136,6 +136,23 @@ bool ViewerDataViewChoice::setGlyph(const QString& name, QString* error)
   return true;
 }
 
+bool ViewerDataViewChoice::setGlyphOrientation(const QString& arrayName, QString* error)
+{
+  if (arrayName.isEmpty())
+  {
+    *error = QStringLiteral("--glyph-orient takes the name of a three-component array, for example Normals");
+    return false;
+  }
+  if (m_Type != VXRepresentation::None && m_Type != VXRepresentation::Glyph)
+  {
+    *error = QStringLiteral("--glyph-orient turns glyph views: use it with --view glyph or without --view");
+    return false;
+  }
+  m_Type = VXRepresentation::Glyph;
+  m_GlyphOrientation = arrayName;
+  return true;
+}
+
 bool ViewerDataViewChoice::setColorBy(const QString& text, QString* error)
 {
   m_Array = text;
@@ -198,6 +215,53 @@ void ViewerDataViewChoice::applyDefaults() const
   }
 }
 
+bool ViewerDataViewChoice::applyGlyphs(const VXBridgeObject& bridge, VXAbstractViewWidget* view,
+                                       QString* error) const
+{
+  if (m_GlyphType.isEmpty() && m_GlyphOrientation.isEmpty())
+  {
+    return true;
+  }
+  bool orientationFound = m_GlyphOrientation.isEmpty();
+  QStringList known;
+  for (VXDataSource* dataSource : bridge.dataSources())
+  {
+    for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
+    {
+      auto* glyphs = dynamic_cast<VXGlyphRepPimpl*>(representation->implementation(view));
+      if (glyphs == nullptr)
+      {
+        continue;
+      }
+      if (!m_GlyphType.isEmpty())
+      {
+        glyphs->setGlyphType(m_GlyphType);
+      }
+      if (m_GlyphOrientation.isEmpty())
+      {
+        continue;
+      }
+      const QStringList choices = glyphs->orientationArrayChoices();
+      known << choices;
+      if (choices.contains(m_GlyphOrientation))
+      {
+        glyphs->setOrientationArray(m_GlyphOrientation);
+        orientationFound = true;
+      }
+    }
+  }
+  if (!orientationFound)
+  {
+    known.removeDuplicates();
+    *error =
+        QStringLiteral("no three-component array '%1' in '%2' to turn the glyphs; the arrays there are: %3")
+            .arg(m_GlyphOrientation, bridge.name(),
+                 known.isEmpty() ? QStringLiteral("(none)") : known.join(QStringLiteral(", ")));
+    return false;
+  }
+  return true;
+}
+
 bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewWidget* view,
                                    QString* error) const
 {
@@ -218,18 +282,9 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
       return false;
     }
   }
-  if (!m_GlyphType.isEmpty())
+  if (!applyGlyphs(bridge, view, error))
   {
-    for (VXDataSource* dataSource : bridge.dataSources())
-    {
-      for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
-      {
-        if (auto* glyphs = dynamic_cast<VXGlyphRepPimpl*>(representation->implementation(view)))
-        {
-          glyphs->setGlyphType(m_GlyphType);
-        }
-      }
-    }
+    return false;
   }
   if (m_Array.isEmpty() && !m_Preset)
   {

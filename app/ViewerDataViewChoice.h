@@ -31,6 +31,9 @@ public:
   bool setSliceAxis(const QString& text, QString* error);
   /** @brief The shape of glyphs (--glyph arrow|sphere|cube); asks for the glyph view when none was named. */
   bool setGlyph(const QString& name, QString* error);
+  /** @brief The three-component array that turns the glyphs (--glyph-orient ARRAY); asks for the glyph view.
+   */
+  bool setGlyphOrientation(const QString& arrayName, QString* error);
   /** @brief The kind of view asked for; None when --view was not given. */
   int viewType() const { return m_Type; }
 
@@ -46,6 +49,8 @@ private:
   // The default view of every kind of geometry: faces, vertex lists and edge lists.
   // Moves the image slice views of the bridge's data sources to the asked axis and slice.
   bool applySlice(const VXBridgeObject& bridge, VXAbstractViewWidget* view, QString* error) const;
+  // Hands the glyph shape and orientation array to the glyph views of the bridge's data sources.
+  bool applyGlyphs(const VXBridgeObject& bridge, VXAbstractViewWidget* view, QString* error) const;
   static void setDefaultViews(VXRepresentation::Type faces, VXRepresentation::Type vertices,
                               VXRepresentation::Type edges);
 
@@ -56,4 +61,5 @@ private:
   std::optional<int> m_SliceNumber;
   std::optional<int> m_SliceAxis; // 0 x, 1 y, 2 z
   QString m_GlyphType;
+  QString m_GlyphOrientation;
 };

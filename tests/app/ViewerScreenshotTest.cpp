@@ -195,6 +195,37 @@ TEST(ViewerScreenshot, VolumeAndGlyphViewsFromTheCommandLine)
       << glyphOfSurface.errors.toStdString();
 }
 
+TEST(ViewerScreenshot, GlyphOrientationArrayFromTheCommandLine)
+{
+  QTemporaryDir dir;
+  const QString poly = k_DataDir + QStringLiteral("/vtk/poly.vtp");
+  const QString state = dir.filePath(QStringLiteral("turned.ksxstate"));
+  const ViewerRun turned =
+      runViewer({poly, QStringLiteral("--glyph"), QStringLiteral("arrow"), QStringLiteral("--glyph-orient"),
+                 QStringLiteral("Normals"), QStringLiteral("--save-state"), state});
+  ASSERT_EQ(turned.exitCode, 0) << turned.errors.toStdString();
+  QFile saved(state);
+  ASSERT_TRUE(saved.open(QIODevice::ReadOnly));
+  const QByteArray text = saved.readAll();
+  EXPECT_TRUE(text.contains("\"glyph_orientation_array\": \"Normals\"")) << text.toStdString();
+
+  // Alone it asks for the glyph view, and the arrays the data has are named when it lacks one.
+  const ViewerRun missing =
+      runViewer({poly, QStringLiteral("--glyph-orient"), QStringLiteral("Velocity"),
+                 QStringLiteral("--save-state"), dir.filePath(QStringLiteral("missing.ksxstate"))});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_TRUE(missing.errors.contains(QStringLiteral("no three-component array 'Velocity'")))
+      << missing.errors.toStdString();
+  EXPECT_TRUE(missing.errors.contains(QStringLiteral("the arrays there are: Normals")))
+      << missing.errors.toStdString();
+  const ViewerRun ofSurface =
+      runViewer({poly, QStringLiteral("--view"), QStringLiteral("surface"), QStringLiteral("--glyph-orient"),
+                 QStringLiteral("Normals"), QStringLiteral("--save-state"), state});
+  EXPECT_EQ(ofSurface.exitCode, 2);
+  EXPECT_TRUE(ofSurface.errors.contains(QStringLiteral("--glyph-orient turns glyph views")))
+      << ofSurface.errors.toStdString();
+}
+
 TEST(ViewerState, ASavedStateRendersTheSamePictureAndMovesWithItsData)
 {
   QTemporaryDir dir;
