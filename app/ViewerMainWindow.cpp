@@ -405,10 +405,15 @@ bool ViewerMainWindow::openFile(const QString& path)
       QStringLiteral("Opened '%1': %2 data source(s).").arg(QFileInfo(path).fileName()).arg(withData));
   QString choiceError;
   // Filters first, so that the colouring and colour map reach the data views of their outputs too.
-  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError))
+  QString filterNote;
+  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError, &filterNote))
   {
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
     return false;
+  }
+  if (!filterNote.isEmpty())
+  {
+    appendOutput(QStringLiteral("kestrix-viewer: ") + filterNote);
   }
   if (!m_DataViewChoice.applyTo(*bridge, grid()->activeView(), &choiceError))
   {
