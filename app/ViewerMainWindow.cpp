@@ -456,6 +456,16 @@ bool ViewerMainWindow::saveStateFile(const QString& path)
   }
   rememberFile(path);
   appendOutput(QStringLiteral("Saved the state to '%1'.").arg(path));
+  const QStringList unsaved = m_MaskHost->unsavedFileNames();
+  if (!unsaved.isEmpty())
+  {
+    // The state names the files as they are on disk, without the masks made here.
+    appendOutput(QStringLiteral("The state refers to %1 as saved on disk, without the masks made here: "
+                                "views coloured by a mask will not come back when the state is loaded. Save "
+                                "the data structure with File > Save Data Structure As..., then save the "
+                                "state again.")
+                     .arg(QStringLiteral("'%1'").arg(unsaved.join(QStringLiteral("', '")))));
+  }
   return true;
 }
 
