@@ -403,13 +403,27 @@ int ViewerCommandLine::list(const QStringList& files, const ViewerFilterSteps& s
     }
     flushPopup(lastPopup);
     printer.print(*bridge);
-    for (VXDataSource* source : bridge->dataSources())
+    if (steps.isEmpty())
     {
-      if (steps.isEmpty() || source->getOutput() == nullptr)
-      {
-        continue;
-      }
-      QString error;
+      continue;
+    }
+    QString error;
+    QString note;
+    const QList<VXDataSource*> sources =
+        steps.sourcesWithThresholdArrays(bridge->dataSources(), &error, &note);
+    if (!error.isEmpty())
+    {
+      fail(file, error);
+      ++failures;
+      continue;
+    }
+    if (!note.isEmpty())
+    {
+      errorStream() << "kestrix-viewer: " << file << ": " << note << '\n';
+      errorStream().flush();
+    }
+    for (VXDataSource* source : sources)
+    {
       const QList<VXFilter*> chain = steps.runWithoutView(source, &error);
       if (chain.isEmpty())
       {

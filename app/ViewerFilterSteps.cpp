@@ -12,6 +12,11 @@
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
 
+#include <vtkCellData.h>
+#include <vtkDataArray.h>
+#include <vtkDataSet.h>
+#include <vtkPointData.h>
+
 #include <cmath>
 
 namespace
@@ -40,6 +45,35 @@ bool parseNumbers(const QString& text, int count, std::array<double, 6>& values)
     }
   }
   return true;
+}
+
+// Whether the numeric point or cell array of that name has the component.
+bool hasArrayComponent(vtkDataSet* dataSet, const QString& name, int component)
+{
+  const QByteArray utf8 = name.toUtf8();
+  for (vtkFieldData* fieldData : {static_cast<vtkFieldData*>(dataSet->GetPointData()),
+                                  static_cast<vtkFieldData*>(dataSet->GetCellData())})
+  {
+    vtkDataArray* array = fieldData != nullptr ? fieldData->GetArray(utf8.constData()) : nullptr;
+    if (array != nullptr && component < array->GetNumberOfComponents())
+    {
+      return true;
+    }
+  }
+  return false;
+}
+
+void appendArrayNames(vtkFieldData* fieldData, QStringList& names)
+{
+  for (int index = 0; fieldData != nullptr && index < fieldData->GetNumberOfArrays(); ++index)
+  {
+    vtkDataArray* array = fieldData->GetArray(index);
+    if (array != nullptr && array->GetName() != nullptr &&
+        !names.contains(QString::fromUtf8(array->GetName())))
+    {
+      names.append(QString::fromUtf8(array->GetName()));
+    }
+  }
 }
 } // namespace
 
@@ -303,19 +337,73 @@ bool ViewerFilterSteps::configure(VXFilter* filter, const Step& step, const QStr
   return true;
 }
 
+QList<VXDataSource*> ViewerFilterSteps::sourcesWithThresholdArrays(const QList<VXDataSource*>& sources,
+                                                                   QString* error, QString* note) const
+{
+  QList<VXDataSource*> chosen;
+  QStringList leftOut;
+  QStringList lacking;
+  QStringList arrays;
+  for (VXDataSource* source : sources)
+  {
+    vtkDataSet* output = source->getOutput();
+    if (output == nullptr)
+    {
+      continue;
+    }
+    appendArrayNames(output->GetPointData(), arrays);
+    appendArrayNames(output->GetCellData(), arrays);
+    QStringList missing;
+    for (const Step& step : m_Steps)
+    {
+      if (step.kind == Kind::Threshold && !hasArrayComponent(output, step.array, step.component))
+      {
+        const QString name = QStringLiteral("'%1' with component %2").arg(step.array).arg(step.component);
+        missing.append(name);
+        if (!lacking.contains(name))
+        {
+          lacking.append(name);
+        }
+      }
+    }
+    if (missing.isEmpty())
+    {
+      chosen.append(source);
+    }
+    else
+    {
+      leftOut.append(source->name());
+    }
+  }
+  if (chosen.isEmpty() && !leftOut.isEmpty())
+  {
+    *error = QStringLiteral("--threshold: no data source has an array %1; arrays: %2")
+                 .arg(lacking.join(QStringLiteral(" and ")),
+                      arrays.isEmpty() ? QStringLiteral("none") : arrays.join(QStringLiteral(", ")));
+  }
+  else if (!leftOut.isEmpty())
+  {
+    *note = QStringLiteral("--threshold: the filters are not added under %1, which lack the array %2")
+                .arg(leftOut.join(QStringLiteral(", ")), lacking.join(QStringLiteral(" or ")));
+  }
+  return chosen;
+}
+
 bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType,
-                                QString* error) const
+                                QString* error, QString* note) const
 {
   if (m_Steps.empty())
   {
     return true;
   }
-  for (VXDataSource* source : bridge.dataSources())
+  // Checked before any filter is made, so that a data source without the arrays gets none at all.
+  const QList<VXDataSource*> sources = sourcesWithThresholdArrays(bridge.dataSources(), error, note);
+  if (sources.isEmpty() && !error->isEmpty())
   {
-    if (source->getOutput() == nullptr)
-    {
-      continue;
-    }
+    return false;
+  }
+  for (VXDataSource* source : sources)
+  {
     // Only the last output is shown.
     for (QObject* child : source->children())
     {

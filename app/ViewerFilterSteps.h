@@ -42,8 +42,18 @@ public:
   std::vector<ThresholdStep> thresholdSteps() const;
   /** @brief Whether every step is a --threshold. */
   bool onlyThresholds() const;
-  /** @brief Adds the chain under every data source of the bridge and applies it; false with a message. */
-  bool applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType, QString* error) const;
+  /**
+   * @brief Adds the chain under every data source of the bridge that has the arrays of its thresholds and
+   * applies it. The data sources left out are named in the note; false with a message when none has them.
+   */
+  bool applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType, QString* error,
+               QString* note) const;
+  /**
+   * @brief Of the data sources given, those whose output has every threshold array. The others are named in
+   * the note; when there are none, the error names the arrays there are.
+   */
+  QList<VXDataSource*> sourcesWithThresholdArrays(const QList<VXDataSource*>& sources, QString* error,
+                                                  QString* note) const;
   /**
    * @brief Runs the chain under the data source with no pipeline and no window (for --list); the filters
    * are children of the source. Empty, with a message, when a step cannot run.

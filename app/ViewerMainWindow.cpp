@@ -405,10 +405,15 @@ bool ViewerMainWindow::openFile(const QString& path)
       QStringLiteral("Opened '%1': %2 data source(s).").arg(QFileInfo(path).fileName()).arg(withData));
   QString choiceError;
   // Filters first, so that the colouring and colour map reach the data views of their outputs too.
-  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError))
+  QString filterNote;
+  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError, &filterNote))
   {
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
     return false;
+  }
+  if (!filterNote.isEmpty())
+  {
+    appendOutput(QStringLiteral("kestrix-viewer: ") + filterNote);
   }
   if (!m_DataViewChoice.applyTo(*bridge, grid()->activeView(), &choiceError))
   {
@@ -451,6 +456,16 @@ bool ViewerMainWindow::saveStateFile(const QString& path)
   }
   rememberFile(path);
   appendOutput(QStringLiteral("Saved the state to '%1'.").arg(path));
+  const QStringList unsaved = m_MaskHost->unsavedFileNames();
+  if (!unsaved.isEmpty())
+  {
+    // The state names the files as they are on disk, without the masks made here.
+    appendOutput(QStringLiteral("The state refers to %1 as saved on disk, without the masks made here: "
+                                "views coloured by a mask will not come back when the state is loaded. Save "
+                                "the data structure with File > Save Data Structure As..., then save the "
+                                "state again.")
+                     .arg(QStringLiteral("'%1'").arg(unsaved.join(QStringLiteral("', '")))));
+  }
   return true;
 }
 

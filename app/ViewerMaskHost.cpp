@@ -78,11 +78,14 @@ std::shared_ptr<zr::core::DataStructure> ViewerMaskHost::structureOf(FileToVXBri
   }
   auto structure = std::make_shared<zr::core::DataStructure>(std::move(result.value()));
   m_Structures[bridge] = structure;
+  m_ReadFrom[bridge] = QFileInfo(bridge->filePath()).absoluteFilePath();
   // The structure goes with the item.
   connect(bridge, &QObject::destroyed, this,
           [this, bridge]()
           {
             m_Structures.erase(bridge);
+            m_ReadFrom.erase(bridge);
+            m_Unsaved.erase(bridge);
             Q_EMIT canSaveChanged(canSave());
           });
   return structure;
@@ -116,6 +119,7 @@ bool ViewerMaskHost::createMask(const zr::core::DataPath& geometryPath,
   bridge->reloadDataStructure(structure);
   Q_EMIT bridge->pipelineOutputReloaded();
   m_LastBridge = bridge;
+  m_Unsaved.insert(bridge);
   Q_EMIT canSaveChanged(true);
   return true;
 }
@@ -139,7 +143,7 @@ bool ViewerMaskHost::saveDataStructure(const QString& path)
     return false;
   }
   // Values too large for memory are read from the source file on demand: it must stay as it is.
-  if (QFileInfo(path).absoluteFilePath() == QFileInfo(m_LastBridge->filePath()).absoluteFilePath())
+  if (QFileInfo(path).absoluteFilePath() == m_ReadFrom.at(m_LastBridge.data()))
   {
     Q_EMIT outputMessage(
         QStringLiteral("Cannot save the data structure over '%1', the file it was read from; "
@@ -157,5 +161,18 @@ bool ViewerMaskHost::saveDataStructure(const QString& path)
     return false;
   }
   Q_EMIT outputMessage(QStringLiteral("Saved the data structure of '%1' to '%2'.").arg(lastFileName(), path));
+  m_LastBridge->referToFile(QFileInfo(path).absoluteFilePath());
+  m_Unsaved.erase(m_LastBridge.data());
   return true;
+}
+
+QStringList ViewerMaskHost::unsavedFileNames() const
+{
+  QStringList names;
+  for (const FileToVXBridge* bridge : m_Unsaved)
+  {
+    names.append(QFileInfo(bridge->filePath()).fileName());
+  }
+  names.sort();
+  return names;
 }

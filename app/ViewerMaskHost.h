@@ -6,9 +6,11 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
+#include <QStringList>
 
 #include <map>
 #include <memory>
+#include <set>
 #include <vector>
 
 namespace zr::core
@@ -45,8 +47,13 @@ public:
   bool canSave() const;
   /** @brief The name of the file whose structure the last mask went into. */
   QString lastFileName() const;
-  /** @brief Writes the structure the last mask went into; false after a message. */
+  /**
+   * @brief Writes the structure the last mask went into; false after a message. The file's item then
+   * refers to the written file, so that a state saved from now on names the file that holds the masks.
+   */
   bool saveDataStructure(const QString& path);
+  /** @brief The names of the files whose items show masks that no saved file holds yet. */
+  QStringList unsavedFileNames() const;
 
 Q_SIGNALS:
   void outputMessage(const QString& message);
@@ -59,4 +66,7 @@ private:
   QPointer<VXPipeline> m_Pipeline;
   std::map<const FileToVXBridge*, std::shared_ptr<zr::core::DataStructure>> m_Structures;
   QPointer<FileToVXBridge> m_LastBridge;
+  // The file each structure was read from: its large arrays may still be read from there.
+  std::map<const FileToVXBridge*, QString> m_ReadFrom;
+  std::set<const FileToVXBridge*> m_Unsaved;
 };

@@ -173,14 +173,28 @@ bool FileToVXBridge::relocate(const QString& text, const QString& caption)
   return true;
 }
 
+void FileToVXBridge::referToFile(const QString& path)
+{
+  const bool watching = isWatchingFile();
+  followPath(path);
+  // Watched only when the old file was.
+  if (!watching && m_Watcher->files().contains(path))
+  {
+    m_Watcher->removePath(path);
+  }
+}
+
 void FileToVXBridge::followPath(const QString& path)
 {
   const QString oldPath = m_FilePath;
   m_FilePath = path;
-  m_Watcher->removePath(oldPath);
-  if (QFileInfo::exists(path))
+  if (m_Watcher != nullptr)
   {
-    m_Watcher->addPath(path);
+    m_Watcher->removePath(oldPath);
+    if (QFileInfo::exists(path))
+    {
+      m_Watcher->addPath(path);
+    }
   }
   // An item that still carries the old file's name takes the new one; a name the user gave stays.
   if (baseName() == QFileInfo(oldPath).fileName())

@@ -34,6 +34,11 @@ public:
 
   void import(const QString& path);
   void reload();
+  /**
+   * @brief Refers to another file from now on without reading it: the file the data shown here was just
+   * written to, so that a saved state names it.
+   */
+  void referToFile(const QString& path);
   void setWatchFile(bool watch);
   bool isWatchingFile() const;
   QStringList watchedFiles() const;

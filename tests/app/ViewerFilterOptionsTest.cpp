@@ -125,8 +125,72 @@ TEST(ViewerFilterOptions, AThresholdOnAnArrayThatDoesNotExistNamesTheArraysThere
   const ViewerRun run = runViewer({k_Image, QStringLiteral("--threshold"), QStringLiteral("Nope:0:1"),
                                    QStringLiteral("--screenshot"), dir.filePath(QStringLiteral("t.png"))});
   EXPECT_EQ(run.exitCode, 1);
-  EXPECT_TRUE(run.errors.contains(QStringLiteral("no array 'Nope'"))) << run.errors.toStdString();
+  EXPECT_TRUE(run.errors.contains(QStringLiteral("an array 'Nope'"))) << run.errors.toStdString();
   EXPECT_TRUE(run.errors.contains(QStringLiteral("Density"))) << run.errors.toStdString();
+}
+
+int countRecords(const json& records, const std::string& type)
+{
+  int count = 0;
+  for (const json& record : records)
+  {
+    count += record.value("item_type", std::string()) == type ? 1 : 0;
+    count += countRecords(record.value("item_children", json::array()), type);
+  }
+  return count;
+}
+
+TEST(ViewerFilterOptions, AThresholdGoesUnderTheDataSourcesThatHaveItsArray)
+{
+  // Of the sample's geometries only the specimen holder has "Stress"; the grains come first.
+  QTemporaryDir dir;
+  const QString state = dir.filePath(QStringLiteral("stress.ksxstate"));
+  const ViewerRun run = runViewer({k_Sample, QStringLiteral("--threshold"), QStringLiteral("Stress:100:200"),
+                                   QStringLiteral("--screenshot"), dir.filePath(QStringLiteral("stress.png")),
+                                   QStringLiteral("--save-state"), state});
+  ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+  EXPECT_EQ(run.errors.count(QStringLiteral("lack the array 'Stress' with component 0")), 1)
+      << "one note names every data source left out: " << run.errors.toStdString();
+  EXPECT_TRUE(run.errors.contains(QStringLiteral("Grains, ")) &&
+              run.errors.contains(QStringLiteral("Thermal Grid")))
+      << run.errors.toStdString();
+  QFile file(state);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const json document = json::parse(file.readAll().toStdString(), nullptr, false);
+  ASSERT_FALSE(document.is_discarded());
+  EXPECT_EQ(countRecords(document.at("tree_view_state"), "VXFThreshold"), 1)
+      << "nothing half-made under the data sources without the array";
+
+  // Loading the state brings back that one filter and no other.
+  const QString again = dir.filePath(QStringLiteral("again.ksxstate"));
+  const ViewerRun reload =
+      runViewer({QStringLiteral("--state"), state, QStringLiteral("--screenshot"),
+                 dir.filePath(QStringLiteral("again.png")), QStringLiteral("--save-state"), again});
+  ASSERT_EQ(reload.exitCode, 0) << reload.errors.toStdString();
+  QFile reloaded(again);
+  ASSERT_TRUE(reloaded.open(QIODevice::ReadOnly));
+  const json second = json::parse(reloaded.readAll().toStdString(), nullptr, false);
+  ASSERT_FALSE(second.is_discarded());
+  EXPECT_EQ(countRecords(second.at("tree_view_state"), "VXFThreshold"), 1);
+
+  // No data source with the array: an error naming the arrays there are, and no picture.
+  const QString never = dir.filePath(QStringLiteral("never.png"));
+  const ViewerRun missing = runViewer({k_Sample, QStringLiteral("--threshold"), QStringLiteral("Nope:0:1"),
+                                       QStringLiteral("--screenshot"), never});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_TRUE(missing.errors.contains(QStringLiteral("no data source has an array 'Nope' with component 0")))
+      << missing.errors.toStdString();
+  EXPECT_TRUE(missing.errors.contains(QStringLiteral("Stress")) &&
+              missing.errors.contains(QStringLiteral("Phases")))
+      << missing.errors.toStdString();
+
+  // Listed without a display the same way.
+  const ViewerRun listed = runWithoutDisplay(
+      {QStringLiteral("--list"), k_Sample, QStringLiteral("--threshold"), QStringLiteral("Stress:100:200")});
+  EXPECT_EQ(listed.exitCode, 0) << listed.errors.toStdString();
+  EXPECT_EQ(listed.out.count(QStringLiteral("Threshold Filter [")), 1) << listed.out.toStdString();
+  EXPECT_TRUE(listed.errors.contains(QStringLiteral("lack the array 'Stress' with component 0")))
+      << listed.errors.toStdString();
 }
 
 TEST(ViewerFilterOptions, FiltersChainInTheOrderGiven)
@@ -259,7 +323,7 @@ TEST(ViewerFilterOptions, ListPrintsEachFilterOutputUnderItsSourceWithoutADispla
   ASSERT_TRUE(missing.waitForFinished(60000));
   EXPECT_NE(missing.exitCode(), 0);
   EXPECT_TRUE(
-      QString::fromLocal8Bit(missing.readAllStandardError()).contains(QStringLiteral("no array 'Nope'")));
+      QString::fromLocal8Bit(missing.readAllStandardError()).contains(QStringLiteral("an array 'Nope'")));
 }
 } // namespace
 

@@ -245,3 +245,48 @@ TEST_F(ViewerMaskHostTest, AFileGoneBeforeTheFirstRequestIsReported)
       << output().toStdString();
   EXPECT_FALSE(saveAction()->isEnabled());
 }
+
+TEST_F(ViewerMaskHostTest, AStateSavedAfterAMaskNamesTheFileThatHoldsIt)
+{
+  ASSERT_TRUE(m_Window->openFile(m_File));
+  VXBridgeObject* bridge = m_Window->pipeline()->bridges().front();
+  VXDataSource* source = bridge->dataSources().front();
+  AnsweringThreshold* filter = threshold(source, QStringLiteral("Phase"), 2.0, 3.0);
+  ASSERT_NE(filter, nullptr);
+  filter->m_Answer = VXFThreshold::RelativesAnswer::JustThisFilter;
+  filter->createKESTRIXFilterFromVXFilter();
+  ASSERT_NE(source->getOutput()->GetCellData()->GetArray("Mask 2"), nullptr) << output().toStdString();
+
+  // The file on disk has no "Mask 2": the state says so when it is saved.
+  const QString hint = QStringLiteral("File > Save Data Structure As...");
+  const QString early = m_Dir.filePath(QStringLiteral("early.ksxstate"));
+  ASSERT_TRUE(m_Window->saveStateFile(early));
+  EXPECT_TRUE(
+      output().contains(QStringLiteral("The state refers to 'grains.kestrix' as saved on disk, without "
+                                       "the masks made here")))
+      << output().toStdString();
+  EXPECT_EQ(output().count(hint), 1);
+
+  const QString saved = m_Dir.filePath(QStringLiteral("masked.kestrix"));
+  ASSERT_TRUE(m_Window->maskHost()->saveDataStructure(saved));
+  EXPECT_EQ(QFileInfo(bridge->filePath()).absoluteFilePath(), QFileInfo(saved).absoluteFilePath())
+      << "the item refers to the file that holds the mask";
+  EXPECT_FALSE(m_Window->maskHost()->saveDataStructure(m_File)) << "the file read from stays as it is";
+  ASSERT_TRUE(m_Window->maskHost()->saveDataStructure(saved)) << "the written file may be written again";
+
+  const QString state = m_Dir.filePath(QStringLiteral("masked.ksxstate"));
+  ASSERT_TRUE(m_Window->saveStateFile(state));
+  EXPECT_EQ(output().count(hint), 1) << "no warning once the masks are saved";
+  QFile file(state);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(file.readAll());
+  EXPECT_TRUE(text.contains(QStringLiteral("masked.kestrix"))) << text.toStdString();
+  EXPECT_FALSE(text.contains(QStringLiteral("grains.kestrix"))) << text.toStdString();
+
+  // Loaded again, the data source offers the mask.
+  ASSERT_TRUE(m_Window->loadStateFile(state)) << output().toStdString();
+  ASSERT_FALSE(m_Window->pipeline()->bridges().isEmpty());
+  VXDataSource* loaded = m_Window->pipeline()->bridges().front()->dataSources().front();
+  ASSERT_NE(loaded->getOutput(), nullptr);
+  EXPECT_NE(loaded->getOutput()->GetCellData()->GetArray("Mask 2"), nullptr);
+}
