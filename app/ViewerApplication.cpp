@@ -53,7 +53,19 @@ struct ScriptedRun
   ViewerBuildPlate buildPlate;
   bool pick = false;
   QPoint pickPixel;
+  QStringList spreadsheets;
 };
+
+// Each --spreadsheet value: one basic spreadsheet of the comma-separated data paths.
+int openSpreadsheets(ViewerMainWindow& window, const QStringList& values)
+{
+  int failures = 0;
+  for (const QString& value : values)
+  {
+    failures += window.openSpreadsheet(value.split(QLatin1Char(','), Qt::SkipEmptyParts)) ? 0 : 1;
+  }
+  return failures;
+}
 
 // Opens what the command line names off screen, then writes the picture and the state asked for.
 int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
@@ -117,6 +129,7 @@ int runScripted(ViewerMainWindow& window, const ScriptedRun& run)
       }
     }
   }
+  failures += openSpreadsheets(window, run.spreadsheets);
   if (!run.screenshotPath.isEmpty())
   {
     const QImage image =
@@ -218,6 +231,11 @@ int ViewerApplication::run(int argc, char** argv)
                                        QStringLiteral("Shape of the glyph views: arrow, sphere or cube."),
                                        QStringLiteral("shape"));
   parser.addOption(glyphOption);
+  const QCommandLineOption spreadsheetOption(
+      QStringLiteral("spreadsheet"),
+      QStringLiteral("Open a spreadsheet of the arrays at these data paths of the .kestrix file."),
+      QStringLiteral("paths"));
+  parser.addOption(spreadsheetOption);
   // The filter options are read again in their order by ViewerFilterSteps; here they are only known.
   for (const QString& option : ViewerFilterSteps::OptionNames())
   {
@@ -301,7 +319,7 @@ int ViewerApplication::run(int argc, char** argv)
   {
     return runScripted(window, {files, parser.value(stateOption), parser.value(screenshotOption),
                                 parser.value(saveStateOption), size, buildPlate, parser.isSet(pickOption),
-                                pickPixel});
+                                pickPixel, parser.values(spreadsheetOption)});
   }
   window.setInteractive(true);
   window.show();
@@ -317,5 +335,6 @@ int ViewerApplication::run(int argc, char** argv)
   {
     window.addBuildPlate(buildPlate);
   }
+  openSpreadsheets(window, parser.values(spreadsheetOption));
   return app.exec();
 }

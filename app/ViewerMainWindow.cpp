@@ -6,6 +6,7 @@
 #include "app/ViewerMaskHost.h"
 #include "app/ViewerRecentFiles.h"
 #include "data_bridge/ZRVtkLibFileTypes.h"
+#include "data_bridge/zr_contract/IArray.h"
 #include "main/VXInfoWidget.h"
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
@@ -13,6 +14,9 @@
 #include "pipeline/VXPipelineModel.h"
 #include "platform/QtZRSettings.h"
 #include "platform/ZRSettingsKeys.h"
+#include "spreadsheets/VXSpreadsheetTypeSelector.h"
+#include "spreadsheets/VXSpreadsheetViewWidget.h"
+#include "spreadsheets/VXSpreadsheetWidget.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
 #include "views/VXViewWidget.h"
@@ -94,6 +98,46 @@ ViewerMainWindow::ViewerMainWindow(QWidget* parent)
   addDockWidget(Qt::BottomDockWidgetArea, dock);
   resizeDocks({dock}, {140}, Qt::Vertical);
 
+  // The spreadsheet window docks beside the views, hidden until asked for or restored from a state.
+  m_SpreadsheetWidget = new VXSpreadsheetWidget(this);
+  m_SpreadsheetWidget->setObjectName(QStringLiteral("spreadsheetWidget"));
+  m_SpreadsheetDock = new QDockWidget(QStringLiteral("Spreadsheets"), this);
+  m_SpreadsheetDock->setObjectName(QStringLiteral("spreadsheetsDock"));
+  m_SpreadsheetDock->setWidget(m_SpreadsheetWidget);
+  addDockWidget(Qt::BottomDockWidgetArea, m_SpreadsheetDock);
+  // Spreadsheets above the output pane, each across the whole width.
+  splitDockWidget(m_SpreadsheetDock, dock, Qt::Vertical);
+  m_SpreadsheetDock->hide();
+  connect(m_SpreadsheetDock, &QDockWidget::visibilityChanged, this,
+          [this, dock](bool visible)
+          {
+            if (visible)
+            {
+              resizeDocks({m_SpreadsheetDock, dock}, {380, 120}, Qt::Vertical);
+            }
+          });
+  connect(m_SpreadsheetWidget, &VXSpreadsheetWidget::printOutput, this, &ViewerMainWindow::appendOutput);
+  connect(m_SpreadsheetWidget, &VXSpreadsheetWidget::loadStateRequested, this,
+          &ViewerMainWindow::loadStateFile);
+  m_MainWidget->addStateSection(
+      QStringLiteral("spreadsheet_state"),
+      [this](nlohmann::json& state)
+      {
+        // An unused window writes nothing: a later load then leaves it alone.
+        if (!m_SpreadsheetWidget->isEmpty())
+        {
+          m_SpreadsheetWidget->saveState(state);
+        }
+      },
+      [this](const nlohmann::json& state)
+      {
+        if (state.is_object() && !state.empty() && m_SpreadsheetWidget->loadState(state) &&
+            !m_SpreadsheetWidget->isEmpty())
+        {
+          m_SpreadsheetDock->show();
+        }
+      });
+
   ViewerDataViewChoice::UseViewerDefaults();
   statusBar()->setObjectName(QStringLiteral("statusBar")); // made now so the layout does not jump later
 
@@ -139,6 +183,52 @@ VXViewGridWidget* ViewerMainWindow::grid() const
 QPlainTextEdit* ViewerMainWindow::outputPane() const
 {
   return m_OutputPane;
+}
+
+VXSpreadsheetWidget* ViewerMainWindow::spreadsheetWidget() const
+{
+  return m_SpreadsheetWidget;
+}
+
+QDockWidget* ViewerMainWindow::spreadsheetDock() const
+{
+  return m_SpreadsheetDock;
+}
+
+bool ViewerMainWindow::openSpreadsheet(const QStringList& dataPaths)
+{
+  const std::shared_ptr<zr::core::DataStructure> dataStructure = m_SpreadsheetWidget->dataStructure();
+  if (dataStructure == nullptr)
+  {
+    appendOutput(QStringLiteral("kestrix-viewer: --spreadsheet needs a .kestrix file to take arrays from"));
+    return false;
+  }
+  std::vector<zr::core::DataPath> paths;
+  bool allFound = true;
+  for (const QString& text : dataPaths)
+  {
+    const auto path = zr::core::DataPath::FromString(text.trimmed().toStdString());
+    if (!path.has_value() || dataStructure->getDataAs<zr::core::IArray>(*path) == nullptr)
+    {
+      appendOutput(QStringLiteral("kestrix-viewer: no array at the data path '%1' of '%2'")
+                       .arg(text, QFileInfo(m_SpreadsheetWidget->getKestrixFilePath()).fileName()));
+      allFound = false;
+      continue;
+    }
+    paths.push_back(*path);
+  }
+  VXSpreadsheetViewWidget* view = m_SpreadsheetWidget->activeView();
+  if (view == nullptr || paths.empty())
+  {
+    return false;
+  }
+  if (view->selectorAt(view->getActiveTabIndex()) == nullptr)
+  {
+    view->addTabButtonClicked();
+  }
+  view->selectorAt(view->getActiveTabIndex())->onBasicSpreadsheetSelected(paths);
+  m_SpreadsheetDock->show();
+  return allFound;
 }
 
 void ViewerMainWindow::setInteractive(bool interactive)
@@ -197,6 +287,10 @@ void ViewerMainWindow::createMenus()
                   });
   view->addSeparator();
   view->addAction(QStringLiteral("Add build plate"), this, [this] { addBuildPlate(); });
+  QAction* showSpreadsheets = m_SpreadsheetDock->toggleViewAction();
+  showSpreadsheets->setText(QStringLiteral("Show Spreadsheets"));
+  showSpreadsheets->setObjectName(QStringLiteral("showSpreadsheetsAction"));
+  view->addAction(showSpreadsheets);
   view->addSeparator();
   view->addAction(QStringLiteral("Save Layout as Default..."), m_MainWidget, &VXMainWidget::writeSettings);
 }
@@ -287,6 +381,11 @@ bool ViewerMainWindow::openFile(const QString& path)
     return false;
   }
   VXBridgeObject* bridge = pipeline()->importFile(path);
+  // Its arrays go to the spreadsheet window, geometries or not.
+  if (info.suffix().compare(QStringLiteral("kestrix"), Qt::CaseInsensitive) == 0)
+  {
+    m_SpreadsheetWidget->setDataStructure(info.absoluteFilePath(), true);
+  }
   statusBar()->clearMessage();
   int withData = 0;
   for (VXDataSource* dataSource : bridge != nullptr ? bridge->dataSources() : QList<VXDataSource*>())

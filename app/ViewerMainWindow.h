@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QMainWindow>
 
+class QDockWidget;
 class QMenu;
 class QPlainTextEdit;
 class VXAbstractViewWidget;
@@ -16,6 +17,7 @@ class VXViewGridWidget;
 class ViewerChartsWindow;
 class ViewerMainWidget;
 class ViewerMaskHost;
+class VXSpreadsheetWidget;
 
 /**
  * @brief The viewer's window: the library's main widget (the split-view grid beside the pipeline
@@ -39,6 +41,15 @@ public:
   QPlainTextEdit* outputPane() const;
   /** @brief The viewer as host of its .kestrix files: masks from threshold filters, and their saving. */
   ViewerMaskHost* maskHost() const { return m_MaskHost; }
+  /** @brief The "Spreadsheets" window, fed with the data structure of every .kestrix file opened. */
+  VXSpreadsheetWidget* spreadsheetWidget() const;
+  QDockWidget* spreadsheetDock() const;
+  /**
+   * @brief Shows the spreadsheet window with a new basic spreadsheet of the arrays at these data paths
+   * of the last .kestrix file opened; false after a message when there is no such file or a path
+   * leads to no array (the others are shown).
+   */
+  bool openSpreadsheet(const QStringList& dataPaths);
 
   /**
    * @brief When off, pop-up messages and questions go only to the output pane (scripts,
@@ -105,6 +116,8 @@ private:
   ViewerMainWidget* m_MainWidget = nullptr;
   QPlainTextEdit* m_OutputPane = nullptr;
   ViewerChartsWindow* m_Charts = nullptr;
+  VXSpreadsheetWidget* m_SpreadsheetWidget = nullptr;
+  QDockWidget* m_SpreadsheetDock = nullptr;
   QMenu* m_RecentMenu = nullptr;
   ViewerMaskHost* m_MaskHost = nullptr;
   bool m_Interactive = true;

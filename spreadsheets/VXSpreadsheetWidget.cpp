@@ -83,6 +83,7 @@ VXSpreadsheetWidget::VXSpreadsheetWidget(QWidget* parent)
   m_MainSplitter->setStretchFactor(0, 1);
   m_MainSplitter->setStretchFactor(1, 4);
   m_MainSplitter->setStretchFactor(2, 1);
+  m_MainSplitter->setSizes({240, 760, 300});
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(0, 0, 0, 0);
   layout->addWidget(m_MainSplitter);

@@ -5,11 +5,21 @@
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
+#include "platform/ZRDataStructureModel.h"
+#include "platform/ZRDataStructureTreeView.h"
+#include "platform/ZRDataStructureWidget.h"
+#include "spreadsheets/VXSpreadsheetOptions.h"
+#include "spreadsheets/VXSpreadsheetTypeSelector.h"
+#include "spreadsheets/VXSpreadsheetViewWidget.h"
+#include "spreadsheets/VXSpreadsheetWidget.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
 
+#include <QAction>
 #include <QApplication>
+#include <QDockWidget>
 #include <QFile>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTemporaryDir>
@@ -17,6 +27,8 @@
 #include <QUrl>
 
 #include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
 
 namespace
 {
@@ -173,4 +185,61 @@ TEST_F(ViewerWindowTest, LayoutSavesAndLoadsBack)
   EXPECT_EQ(m_Window->grid()->viewCount(), 3);
   EXPECT_FALSE(m_Window->loadLayout(dir.filePath(QStringLiteral("missing.json"))));
   EXPECT_FALSE(m_Window->saveLayout(dir.filePath(QStringLiteral("no/such/folder/layout.json"))));
+}
+
+TEST_F(ViewerWindowTest, SpreadsheetWindowFollowsOpenedFilesAndTheStateFile)
+{
+  QTemporaryDir dir;
+  VXSpreadsheetWidget* sheets = m_Window->spreadsheetWidget();
+  EXPECT_FALSE(m_Window->spreadsheetDock()->isVisible());
+  auto* show = m_Window->findChild<QAction*>(QStringLiteral("showSpreadsheetsAction"));
+  ASSERT_NE(show, nullptr);
+  EXPECT_EQ(show->text(), QStringLiteral("Show Spreadsheets"));
+  show->trigger();
+  EXPECT_TRUE(m_Window->spreadsheetDock()->isVisible());
+
+  // A file of bare arrays (written by h5py): no data view, but its arrays reach the spreadsheets.
+  const QString file = k_DataDir + QStringLiteral("/kestrix/foreign_layouts.kestrix");
+  m_Window->openFile(file);
+  EXPECT_EQ(sheets->getKestrixFilePath(), QFileInfo(file).absoluteFilePath());
+  ZRDataStructureModel* tree =
+      sheets->dataStructureWidget()->getDataStructureTreeView()->getDataStructureModel();
+  EXPECT_TRUE(tree->indexOf(zr::core::DataPath({"Plain Heights"})).isValid());
+  VXSpreadsheetViewWidget* view = sheets->activeView();
+  view->selectorAt(0)->onBasicSpreadsheetSelected({zr::core::DataPath({"Plain Heights"})});
+  ASSERT_NE(view->optionsAt(0), nullptr);
+  ASSERT_EQ(view->optionsAt(0)->getDataPaths().size(), 1U);
+  view->splitHorizontally();
+
+  const QString statePath = dir.filePath(QStringLiteral("sheets.ksxstate"));
+  ASSERT_TRUE(m_Window->saveStateFile(statePath));
+  QFile stateFile(statePath);
+  ASSERT_TRUE(stateFile.open(QIODevice::ReadOnly));
+  const nlohmann::json saved = nlohmann::json::parse(stateFile.readAll().toStdString());
+  ASSERT_TRUE(saved.contains("spreadsheet_state"));
+  EXPECT_EQ(saved["spreadsheet_state"]["kestrix_file_path"],
+            QFileInfo(file).absoluteFilePath().toStdString());
+
+  // A second viewer loads the state file: the same spreadsheets, saved back the same.
+  ViewerMainWindow other;
+  other.setInteractive(false);
+  other.loadStateFile(statePath);
+  EXPECT_FALSE(other.spreadsheetDock()->isHidden());
+  ASSERT_EQ(other.spreadsheetWidget()->viewWidgets().size(), 2);
+  nlohmann::json again;
+  other.spreadsheetWidget()->saveState(again);
+  EXPECT_EQ(again, saved["spreadsheet_state"]);
+
+  // A state file without the key leaves the window alone.
+  nlohmann::json withoutSheets = saved;
+  withoutSheets.erase("spreadsheet_state");
+  const QString plainPath = dir.filePath(QStringLiteral("plain.ksxstate"));
+  {
+    QFile plain(plainPath);
+    ASSERT_TRUE(plain.open(QIODevice::WriteOnly));
+    plain.write(QByteArray::fromStdString(withoutSheets.dump(2)));
+  }
+  m_Window->loadStateFile(plainPath);
+  EXPECT_EQ(sheets->viewWidgets().size(), 2);
+  EXPECT_EQ(sheets->viewWidgets().front()->optionsAt(0)->getDataPaths().size(), 1U);
 }

@@ -279,3 +279,42 @@ TEST(ViewerState, TheSampleStatesLoadAndRenderTheirPictures)
     EXPECT_TRUE(matchesBaseline(QImage(shot), QStringLiteral("sample_state_") + name)) << name.toStdString();
   }
 }
+
+TEST(ViewerSpreadsheets, SpreadsheetOptionOpensArraysAndTheStateKeepsThem)
+{
+  QTemporaryDir dir;
+  const QString sample = QStringLiteral(ZR_TEST_BINARY_DIR "/data/sample.kestrix");
+  const QString array = QStringLiteral("Sample/Grains/Cell Data/FeatureIds");
+  const QString state = dir.filePath(QStringLiteral("sheets.ksxstate"));
+  const ViewerRun saved =
+      runViewer({sample, QStringLiteral("--spreadsheet"), array, QStringLiteral("--save-state"), state});
+  ASSERT_EQ(saved.exitCode, 0) << saved.errors.toStdString();
+  QFile file(state);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const QString text = QString::fromUtf8(file.readAll());
+  EXPECT_TRUE(text.contains(QStringLiteral("\"spreadsheet_state\""))) << text.toStdString();
+  EXPECT_TRUE(text.contains(QStringLiteral("\"spreadsheet_data_arrays\": [\n")));
+  EXPECT_TRUE(text.contains(QStringLiteral("\"") + array + QStringLiteral("\"")));
+
+  // Saved again from the loaded state: the same record.
+  const QString again = dir.filePath(QStringLiteral("again.ksxstate"));
+  const ViewerRun resaved =
+      runViewer({QStringLiteral("--state"), state, QStringLiteral("--save-state"), again});
+  ASSERT_EQ(resaved.exitCode, 0) << resaved.errors.toStdString();
+  QFile second(again);
+  ASSERT_TRUE(second.open(QIODevice::ReadOnly));
+  EXPECT_EQ(QString::fromUtf8(second.readAll()).toStdString(), text.toStdString());
+
+  const ViewerRun missing =
+      runViewer({sample, QStringLiteral("--spreadsheet"), QStringLiteral("No/Such/Array"),
+                 QStringLiteral("--save-state"), dir.filePath(QStringLiteral("x.ksxstate"))});
+  EXPECT_EQ(missing.exitCode, 1);
+  EXPECT_TRUE(missing.errors.contains(QStringLiteral("no array at the data path 'No/Such/Array'")))
+      << missing.errors.toStdString();
+  const ViewerRun noKestrix =
+      runViewer({k_DataDir + QStringLiteral("/vtk/image.vti"), QStringLiteral("--spreadsheet"), array,
+                 QStringLiteral("--save-state"), dir.filePath(QStringLiteral("y.ksxstate"))});
+  EXPECT_EQ(noKestrix.exitCode, 1);
+  EXPECT_TRUE(noKestrix.errors.contains(QStringLiteral("--spreadsheet needs a .kestrix file")))
+      << noKestrix.errors.toStdString();
+}
