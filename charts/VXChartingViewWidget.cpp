@@ -278,6 +278,11 @@ void VXChartingViewWidget::requestContextMenu(int index, const QPoint& position)
   QMenu menu(this);
   QMenu* add = menu.addMenu(QStringLiteral("Add Chart"));
   add->addAction(QStringLiteral("New Tab"), this, &VXChartingViewWidget::addTabButtonClicked);
+  add->addAction(QStringLiteral("Split Right"), this, [this] { Q_EMIT splitRequested(Qt::Horizontal); });
+  add->addAction(QStringLiteral("Split Down"), this, [this] { Q_EMIT splitRequested(Qt::Vertical); });
+  menu.addAction(QStringLiteral("Move Chart to View..."), this,
+                 [this, index] { Q_EMIT moveRequested(index); });
+  menu.addAction(QStringLiteral("Close View"), this, [this] { Q_EMIT closeViewRequested(); });
   menu.addAction(QStringLiteral("Reset Axes to Plot Data"), this,
                  [chart]
                  {

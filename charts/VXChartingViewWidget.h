@@ -68,6 +68,10 @@ Q_SIGNALS:
   void currentChartChanged(int index);
   /** @brief The user clicked this view: it should become the active one. */
   void activationRequested();
+  /** @brief The context menu's view actions, carried out by the window that holds the views. */
+  void splitRequested(Qt::Orientation orientation);
+  void moveRequested(int index);
+  void closeViewRequested();
 
 protected:
   void mousePressEvent(QMouseEvent* event) override;

@@ -102,6 +102,11 @@ VXChartingViewWidget* VXChartingWidget::makeView()
             }
           });
   connect(view, &VXChartingViewWidget::activationRequested, this, [this, view] { setActiveView(view); });
+  connect(view, &VXChartingViewWidget::splitRequested, this,
+          [this, view](Qt::Orientation orientation) { splitView(view, orientation); });
+  connect(view, &VXChartingViewWidget::moveRequested, this,
+          [this, view](int index) { beginMove(view, index); });
+  connect(view, &VXChartingViewWidget::closeViewRequested, this, [this, view] { closeView(view); });
   return view;
 }
 
