@@ -1,5 +1,8 @@
 #pragma once
 
+#include "charts/VXChartingViewWidget.h"
+#include "views/VXMoveOverlay.h"
+
 #include <nlohmann/json_fwd.hpp>
 
 #include <QPointer>
@@ -10,9 +13,7 @@
 class QAction;
 class QLabel;
 class QSplitter;
-class VXMoveOverlay;
 class QScrollArea;
-class VXChartingViewWidget;
 class ZRDataStructureWidget;
 namespace zr::core
 {
