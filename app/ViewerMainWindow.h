@@ -39,6 +39,7 @@ public:
   VXPipeline* pipeline() const;
   VXViewGridWidget* grid() const;
   QPlainTextEdit* outputPane() const;
+  ViewerChartsWindow* chartsWindow() const { return m_Charts; }
   /** @brief The viewer as host of its .kestrix files: masks from threshold filters, and their saving. */
   ViewerMaskHost* maskHost() const { return m_MaskHost; }
   /** @brief The "Spreadsheets" window, fed with the data structure of every .kestrix file opened. */

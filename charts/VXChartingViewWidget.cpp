@@ -14,6 +14,7 @@
 #include <QColorDialog>
 #include <QMenu>
 #include <QMessageBox>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QTabBar>
 #include <QTabWidget>
@@ -39,6 +40,7 @@ VXChartingViewWidget::VXChartingViewWidget(QWidget* parent)
   connect(addButton, &QToolButton::clicked, this, &VXChartingViewWidget::addTabButtonClicked);
   connect(m_Tabs, &QTabWidget::tabCloseRequested, this, &VXChartingViewWidget::closeTab);
   connect(m_Tabs, &QTabWidget::currentChanged, this, &VXChartingViewWidget::currentChartChanged);
+  connect(m_Tabs, &QTabWidget::tabBarClicked, this, &VXChartingViewWidget::activationRequested);
   addTabButtonClicked();
 }
 
@@ -276,6 +278,11 @@ void VXChartingViewWidget::requestContextMenu(int index, const QPoint& position)
   QMenu menu(this);
   QMenu* add = menu.addMenu(QStringLiteral("Add Chart"));
   add->addAction(QStringLiteral("New Tab"), this, &VXChartingViewWidget::addTabButtonClicked);
+  add->addAction(QStringLiteral("Split Right"), this, [this] { Q_EMIT splitRequested(Qt::Horizontal); });
+  add->addAction(QStringLiteral("Split Down"), this, [this] { Q_EMIT splitRequested(Qt::Vertical); });
+  menu.addAction(QStringLiteral("Move Chart to View..."), this,
+                 [this, index] { Q_EMIT moveRequested(index); });
+  menu.addAction(QStringLiteral("Close View"), this, [this] { Q_EMIT closeViewRequested(); });
   menu.addAction(QStringLiteral("Reset Axes to Plot Data"), this,
                  [chart]
                  {
@@ -431,35 +438,8 @@ bool VXChartingViewWidget::loadState(const nlohmann::json& json)
   for (int index = 0; index < count; ++index)
   {
     addTabButtonClicked();
-    VXChartTypeSelector* selector = selectorAt(index);
-    selector->loadState(child("chart_type_selectors", index));
-    if (!selector->hasChosen())
-    {
-      continue;
-    }
-    const nlohmann::json& properties = child("chart_properties", index);
-    unsigned long number = 0;
-    if (properties.contains("chart_properties") &&
-        properties.at("chart_properties").contains("default_chart_number"))
-    {
-      number = properties.at("chart_properties").at("default_chart_number").get<unsigned long>();
-    }
-    if (number == 0 || std::find(m_UsedNumbers.begin(), m_UsedNumbers.end(), number) != m_UsedNumbers.end())
-    {
-      number = nextChartNumber();
-    }
-    else
-    {
-      m_UsedNumbers.insert(std::lower_bound(m_UsedNumbers.begin(), m_UsedNumbers.end(), number), number);
-    }
-    createChart(index, selector->chosenType(), number);
-    const Entry entry = entryAt(index);
-    entry.input->loadState(child("chart_series_inputs", index));
-    entry.properties->loadState(properties);
-    entry.input->applyTo(*entry.chart);
-    entry.properties->syncFromChart();
-    m_Tabs->setTabText(index, entry.properties->getChartName());
-    m_Tabs->setTabToolTip(index, entry.properties->getChartName());
+    loadTab(index, child("chart_type_selectors", index), child("chart_series_inputs", index),
+            child("chart_properties", index));
   }
   if (m_Tabs->count() == 0)
   {
@@ -469,4 +449,91 @@ bool VXChartingViewWidget::loadState(const nlohmann::json& json)
   m_Tabs->setCurrentIndex(std::clamp(current, 0, m_Tabs->count() - 1));
   setActive(json.value("active_view", true));
   return true;
+}
+
+void VXChartingViewWidget::loadTab(int index, const nlohmann::json& selectorJson,
+                                   const nlohmann::json& inputJson, const nlohmann::json& properties)
+{
+  VXChartTypeSelector* selector = selectorAt(index);
+  selector->loadState(selectorJson);
+  if (!selector->hasChosen())
+  {
+    return;
+  }
+  unsigned long number = 0;
+  if (properties.contains("chart_properties") &&
+      properties.at("chart_properties").contains("default_chart_number"))
+  {
+    number = properties.at("chart_properties").at("default_chart_number").get<unsigned long>();
+  }
+  if (number == 0 || std::find(m_UsedNumbers.begin(), m_UsedNumbers.end(), number) != m_UsedNumbers.end())
+  {
+    number = nextChartNumber();
+  }
+  else
+  {
+    m_UsedNumbers.insert(std::lower_bound(m_UsedNumbers.begin(), m_UsedNumbers.end(), number), number);
+  }
+  createChart(index, selector->chosenType(), number);
+  const Entry entry = entryAt(index);
+  entry.input->loadState(inputJson);
+  entry.properties->loadState(properties);
+  entry.input->applyTo(*entry.chart);
+  entry.properties->syncFromChart();
+  m_Tabs->setTabText(index, entry.properties->getChartName());
+  m_Tabs->setTabToolTip(index, entry.properties->getChartName());
+}
+
+void VXChartingViewWidget::saveTab(int index, nlohmann::json& tab) const
+{
+  const Entry entry = entryAt(index);
+  tab["chart_type_selector"] = nlohmann::json::object();
+  tab["chart_series_input"] = nlohmann::json::object();
+  tab["chart_properties"] = nlohmann::json::object();
+  if (entry.selector != nullptr)
+  {
+    entry.selector->saveState(tab["chart_type_selector"]);
+  }
+  if (entry.input != nullptr)
+  {
+    entry.input->saveState(tab["chart_series_input"]);
+  }
+  if (entry.properties != nullptr)
+  {
+    entry.properties->saveState(tab["chart_properties"]);
+  }
+}
+
+int VXChartingViewWidget::appendTab(const nlohmann::json& tab)
+{
+  // A lone empty tab gives way to the chart coming in.
+  if (m_Tabs->count() == 1 && chartAt(0) == nullptr && !selectorAt(0)->hasChosen())
+  {
+    QWidget* page = m_Tabs->widget(0);
+    m_Entries.remove(page);
+    m_Tabs->removeTab(0);
+    delete page;
+  }
+  addTabButtonClicked();
+  const int index = m_Tabs->count() - 1;
+  const nlohmann::json empty = nlohmann::json::object();
+  loadTab(index, tab.value("chart_type_selector", empty), tab.value("chart_series_input", empty),
+          tab.value("chart_properties", empty));
+  m_Tabs->setCurrentIndex(index);
+  Q_EMIT currentChartChanged(index);
+  return index;
+}
+
+void VXChartingViewWidget::removeTab(int index)
+{
+  const bool confirm = m_ConfirmClose;
+  m_ConfirmClose = false;
+  closeTab(index);
+  m_ConfirmClose = confirm;
+}
+
+void VXChartingViewWidget::mousePressEvent(QMouseEvent* event)
+{
+  Q_EMIT activationRequested();
+  QFrame::mousePressEvent(event);
 }

@@ -48,6 +48,12 @@ public:
   void saveState(nlohmann::json& json) const;
   /** @brief Rebuilds the tabs from a saved view; false, with a message, when it cannot. */
   bool loadState(const nlohmann::json& json);
+  /** @brief One tab's chart type, series inputs and properties, as moving a chart to another view needs. */
+  void saveTab(int index, nlohmann::json& tab) const;
+  /** @brief Adds a tab rebuilt from saveTab's object and shows it; returns its index. */
+  int appendTab(const nlohmann::json& tab);
+  /** @brief Closes the tab without asking. */
+  void removeTab(int index);
 
 public Q_SLOTS:
   void addTabButtonClicked();
@@ -60,6 +66,15 @@ Q_SIGNALS:
   void printOutput(const QString& message) const;
   /** @brief The tab shown changed, or its chart was made: its panels should be shown. */
   void currentChartChanged(int index);
+  /** @brief The user clicked this view: it should become the active one. */
+  void activationRequested();
+  /** @brief The context menu's view actions, carried out by the window that holds the views. */
+  void splitRequested(Qt::Orientation orientation);
+  void moveRequested(int index);
+  void closeViewRequested();
+
+protected:
+  void mousePressEvent(QMouseEvent* event) override;
 
 private:
   struct Entry
@@ -74,6 +89,8 @@ private:
   unsigned long nextChartNumber();
   void releaseChartNumber(unsigned long number);
   Entry entryAt(int index) const;
+  void loadTab(int index, const nlohmann::json& selectorJson, const nlohmann::json& inputJson,
+               const nlohmann::json& properties);
 
   QTabWidget* m_Tabs = nullptr;
   QHash<QWidget*, Entry> m_Entries; // by tab page: indices follow the tabs when they move

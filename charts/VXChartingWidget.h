@@ -1,5 +1,8 @@
 #pragma once
 
+#include "charts/VXChartingViewWidget.h"
+#include "views/VXMoveOverlay.h"
+
 #include <nlohmann/json_fwd.hpp>
 
 #include <QPointer>
@@ -7,9 +10,10 @@
 
 #include <memory>
 
+class QAction;
 class QLabel;
+class QSplitter;
 class QScrollArea;
-class VXChartingViewWidget;
 class ZRDataStructureWidget;
 namespace zr::core
 {
@@ -29,6 +33,22 @@ public:
   ~VXChartingWidget() override;
 
   VXChartingViewWidget* activeView() const { return m_View; }
+  /** @brief The views, depth first through the splitters. */
+  QList<VXChartingViewWidget*> views() const;
+  QSplitter* rootSplitter() const { return m_ViewSplitter; }
+  void setActiveView(VXChartingViewWidget* view);
+  /** @brief A new view beside view (right of it, or below it); it becomes the active one. */
+  VXChartingViewWidget* splitView(VXChartingViewWidget* view, Qt::Orientation orientation);
+  /** @brief Closes view and collapses its splitter; false for the last view. */
+  bool closeView(VXChartingViewWidget* view);
+  /** @brief Veils the other views: a click on one moves the chart of tab index there. */
+  void beginMove(VXChartingViewWidget* source, int index);
+  bool isMoving() const { return m_MoveSource != nullptr; }
+  /** @brief Ends a move with its chart in target; false when no move waits. */
+  bool moveTo(VXChartingViewWidget* target);
+  /** @brief Esc: the chart stays where it was. */
+  void cancelMove();
+  QAction* cancelMoveAction() const { return m_CancelMoveAction; }
   /** @brief The tree arrays are dragged from onto the chart inputs. */
   ZRDataStructureWidget* dataStructureWidget() const { return m_Tree; }
   QString kestrixFilePath() const { return m_FilePath; }
@@ -56,6 +76,14 @@ protected:
   void dropEvent(QDropEvent* event) override;
 
 private:
+  VXChartingViewWidget* makeView();
+  void clearOverlays();
+
+  QSplitter* m_ViewSplitter = nullptr;
+  QPointer<VXChartingViewWidget> m_MoveSource;
+  int m_MoveIndex = -1;
+  QList<QPointer<VXMoveOverlay>> m_Overlays;
+  QAction* m_CancelMoveAction = nullptr;
   QLabel* m_FileLabel = nullptr;
   ZRDataStructureWidget* m_Tree = nullptr;
   VXChartingViewWidget* m_View = nullptr;

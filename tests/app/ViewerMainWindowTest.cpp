@@ -1,4 +1,7 @@
 #include "app/ViewerMainWindow.h"
+#include "app/ViewerChartsWindow.h"
+#include "charts/VXChartingViewWidget.h"
+#include "charts/VXChartingWidget.h"
 
 #include "data_views/VXRepresentation.h"
 #include "data_views/VXRepresentationPimpl.h"
@@ -242,4 +245,26 @@ TEST_F(ViewerWindowTest, SpreadsheetWindowFollowsOpenedFilesAndTheStateFile)
   m_Window->loadStateFile(plainPath);
   EXPECT_EQ(sheets->viewWidgets().size(), 2);
   EXPECT_EQ(sheets->viewWidgets().front()->optionsAt(0)->getDataPaths().size(), 1U);
+}
+
+TEST_F(ViewerWindowTest, ChartingSplitViewsGoThroughTheStateFile)
+{
+  VXChartingWidget* charting = m_Window->chartsWindow()->chartingWidget();
+  ASSERT_NE(charting->splitView(charting->activeView(), Qt::Vertical), nullptr);
+  QTemporaryDir dir;
+  const QString statePath = dir.filePath(QStringLiteral("charts.ksxstate"));
+  ASSERT_TRUE(m_Window->saveStateFile(statePath));
+  QFile stateFile(statePath);
+  ASSERT_TRUE(stateFile.open(QIODevice::ReadOnly));
+  const nlohmann::json saved = nlohmann::json::parse(stateFile.readAll().toStdString());
+  ASSERT_TRUE(saved.contains("charting_state"));
+
+  ViewerMainWindow other;
+  other.setInteractive(false);
+  other.loadStateFile(statePath);
+  VXChartingWidget* restored = other.chartsWindow()->chartingWidget();
+  EXPECT_EQ(restored->views().size(), 2);
+  nlohmann::json again;
+  restored->saveState(again);
+  EXPECT_EQ(again, saved["charting_state"]);
 }

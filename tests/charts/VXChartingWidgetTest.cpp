@@ -96,8 +96,8 @@ TEST(VXChartingWidgetTest, StateSavesLoadsAndSavesTheSame)
   charting.saveState(first);
   ASSERT_EQ(output.count(), 1); // no .kestrix file behind the data
   EXPECT_TRUE(output.at(0).at(0).toString().startsWith("Warning: There is no .kestrix file associated"));
-  EXPECT_EQ(first["num_chart_tabs"], 2);
-  EXPECT_EQ(first["chart_type_selectors"]["0"]["chart_type"], 3);
+  EXPECT_EQ(first["split_view_first"]["num_chart_tabs"], 2);
+  EXPECT_EQ(first["split_view_first"]["chart_type_selectors"]["0"]["chart_type"], 3);
 
   VXChartingWidget restored;
   restored.setDataStructure(Digits(), QString());
