@@ -95,6 +95,44 @@ TEST(ViewerPick, PixelOffTheDataReportsNothingThere)
   EXPECT_TRUE(pick.at("values").empty());
 }
 
+// slice_cells.vti holds "CellIndex" = i + 10 j + 100 k in its 8 x 6 x 4 cells; at 800x600 its first
+// slice fills the middle of the window with x growing to the left, y upwards; slice 3 lies farther
+// from the camera, so only pixels near the middle are on it.
+TEST(ViewerPick, PixelsOnAnImageSliceReportTheImageCellAndItsValues)
+{
+  const QString cells = QStringLiteral(ZR_TEST_DATA_DIR "/vtk/slice_cells.vti");
+  struct Case
+  {
+    QString sliceNumber;
+    QString pixel;
+    int cell;
+    double cellIndex;
+  };
+  const Case cases[] = {{QStringLiteral("0"), QStringLiteral("170,140"), 47, 57.0},
+                        {QStringLiteral("0"), QStringLiteral("630,460"), 0, 0.0},
+                        {QStringLiteral("3"), QStringLiteral("430,330"), 163, 323.0}};
+  for (const Case& c : cases)
+  {
+    const ViewerRun run =
+        runViewer({cells, QStringLiteral("--view"), QStringLiteral("slice"), QStringLiteral("--slice-number"),
+                   c.sliceNumber, QStringLiteral("--pick"), c.pixel});
+    ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+    const nlohmann::json pick = nlohmann::json::parse(run.output.toStdString(), nullptr, false);
+    ASSERT_TRUE(pick.is_object()) << run.output.toStdString();
+    EXPECT_EQ(pick.at("cell_id").get<int>(), c.cell) << pick.dump();
+    EXPECT_DOUBLE_EQ(pick.at("values").at("CellIndex").get<double>(), c.cellIndex) << pick.dump();
+    ASSERT_EQ(pick.at("position").size(), 3u) << pick.dump();
+    EXPECT_DOUBLE_EQ(pick.at("position").at(2).get<double>(), c.sliceNumber.toDouble()) << pick.dump();
+  }
+  const ViewerRun off = runViewer({cells, QStringLiteral("--view"), QStringLiteral("slice"),
+                                   QStringLiteral("--pick"), QStringLiteral("50,50")});
+  ASSERT_EQ(off.exitCode, 0) << off.errors.toStdString();
+  const nlohmann::json nothing = nlohmann::json::parse(off.output.toStdString(), nullptr, false);
+  ASSERT_TRUE(nothing.is_object()) << off.output.toStdString();
+  EXPECT_EQ(nothing.at("cell_id"), -1);
+  EXPECT_TRUE(nothing.at("values").empty());
+}
+
 TEST(ViewerPick, BadPixelsAreRefusedWithAMessage)
 {
   const ViewerRun text = runViewer({k_Image, QStringLiteral("--pick"), QStringLiteral("middle")});

@@ -14,6 +14,7 @@
 #include <vtkGeometryFilter.h>
 #include <vtkHardwareSelector.h>
 #include <vtkImageData.h>
+#include <vtkImageSlice.h>
 #include <vtkIntArray.h>
 #include <vtkNew.h>
 #include <vtkOutlineFilter.h>
@@ -415,4 +416,41 @@ TEST_F(VXPickerCallbackTest, EveryRequestForAHardwareSelectorYieldsOurs)
   showMesh();
   EXPECT_TRUE(pickWorld(0.75, 0.25, 0.0).hit);
   EXPECT_TRUE(image_slice_utilities::SubDividedTextureExtents().empty()) << "cleared after each selection";
+}
+
+TEST_F(VXPickerCallbackTest, ImageSlicePicksGiveThePointOfTheTexelUnderThePixel)
+{
+  // A 4 x 3 point image in the plane z = 0, each point's "Label" = 10 x its id; the slice mapper
+  // draws a texel centred on each point, on a polygon from the first point to the last.
+  auto image = vtkSmartPointer<vtkImageData>::New();
+  image->SetDimensions(4, 3, 1);
+  vtkNew<vtkIntArray> label;
+  label->SetName("Label");
+  for (vtkIdType i = 0; i < image->GetNumberOfPoints(); ++i)
+  {
+    label->InsertNextValue(static_cast<int>(10 * i));
+  }
+  image->GetPointData()->SetScalars(label);
+  vtkNew<image_slice_utilities::VXOpenGLImageSliceMapper> mapper;
+  mapper->SetInputData(image);
+  vtkNew<vtkImageSlice> slice;
+  slice->SetMapper(mapper);
+  m_Window->addActor(slice);
+  lookDown(1.5, 1.0);
+
+  const VXPickResult onSlice = pickWorld(2.1, 1.2, 0.0);
+  ASSERT_TRUE(onSlice.hit);
+  EXPECT_EQ(onSlice.prop, slice.Get());
+  EXPECT_EQ(onSlice.pointId, 6) << "the texel of point (2, 1)";
+  EXPECT_NEAR(onSlice.position[0], 2.0, 1e-9);
+  EXPECT_NEAR(onSlice.position[1], 1.0, 1e-9);
+  ASSERT_NE(onSlice.original, nullptr);
+  EXPECT_EQ(onSlice.original->GetPointData()->GetArray("Label")->GetComponent(onSlice.pointId, 0), 60.0);
+  EXPECT_GE(onSlice.cellId, 0) << "a cell of the image holds the position";
+
+  const VXPickResult corner = pickWorld(0.2, 0.2, 0.0);
+  ASSERT_TRUE(corner.hit);
+  EXPECT_EQ(corner.pointId, 0);
+
+  EXPECT_FALSE(pickWorld(3.8, 1.0, 0.0).hit) << "beside the slice";
 }
