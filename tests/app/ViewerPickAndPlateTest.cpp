@@ -96,8 +96,8 @@ TEST(ViewerPick, PixelOffTheDataReportsNothingThere)
 }
 
 // slice_cells.vti holds "CellIndex" = i + 10 j + 100 k in its 8 x 6 x 4 cells; at 800x600 its first
-// slice fills the middle of the window with x growing to the left, y upwards; slice 3 lies farther
-// from the camera, so only pixels near the middle are on it.
+// slice, seen from the positive side of z, fills the middle of the window with x growing to the right
+// and y upwards; slice 3 lies nearer the camera and so fills more of the window.
 TEST(ViewerPick, PixelsOnAnImageSliceReportTheImageCellAndItsValues)
 {
   const QString cells = QStringLiteral(ZR_TEST_DATA_DIR "/vtk/slice_cells.vti");
@@ -108,9 +108,9 @@ TEST(ViewerPick, PixelsOnAnImageSliceReportTheImageCellAndItsValues)
     int cell;
     double cellIndex;
   };
-  const Case cases[] = {{QStringLiteral("0"), QStringLiteral("170,140"), 47, 57.0},
-                        {QStringLiteral("0"), QStringLiteral("630,460"), 0, 0.0},
-                        {QStringLiteral("3"), QStringLiteral("430,330"), 163, 323.0}};
+  const Case cases[] = {{QStringLiteral("0"), QStringLiteral("260,200"), 33, 41.0},
+                        {QStringLiteral("0"), QStringLiteral("540,400"), 14, 16.0},
+                        {QStringLiteral("3"), QStringLiteral("430,330"), 164, 324.0}};
   for (const Case& c : cases)
   {
     const ViewerRun run =
