@@ -28,7 +28,7 @@ const QStringList k_ChartTypes = {QStringLiteral("histogram"), QStringLiteral("s
                                   QStringLiteral("line"), QStringLiteral("bar")};
 constexpr int k_DefaultBins = 10;
 
-struct SeriesSpec
+struct SeriesRequest
 {
   QString path;
   int component = -1; // -1: every component (component 0 where one value per tuple is needed)
@@ -38,7 +38,7 @@ struct Options
 {
   QString file;
   QString type;
-  QList<SeriesSpec> series;
+  QList<SeriesRequest> series;
   int bins = k_DefaultBins;
   bool logY = false;
   QString output;
@@ -47,7 +47,7 @@ struct Options
 };
 
 // "PATH:2" names component 2; a path without a trailing ":digits" names the whole array.
-SeriesSpec ParseSeries(const QString& text)
+SeriesRequest ParseSeries(const QString& text)
 {
   static const QRegularExpression s_Component(QStringLiteral("^(.*):(\\d+)$"));
   const QRegularExpressionMatch match = s_Component.match(text.trimmed());
@@ -193,7 +193,7 @@ int ViewerChartExport::run(const QStringList& arguments)
   }
   const zr::core::DataStructure& dataStructure = *loaded;
 
-  // Each series spec gives one or more (name, values); a missing or wrong one stops the export.
+  // Each series asked for gives one or more (name, values); a missing or wrong one stops the export.
   struct Column
   {
     std::string name;
@@ -205,32 +205,32 @@ int ViewerChartExport::run(const QStringList& arguments)
   std::size_t histogramComponent = 0;
   for (int index = 0; index < options.series.size(); ++index)
   {
-    const SeriesSpec& spec = options.series.at(index);
-    const auto path = zr::core::DataPath::FromString(spec.path.toStdString());
+    const SeriesRequest& request = options.series.at(index);
+    const auto path = zr::core::DataPath::FromString(request.path.toStdString());
     const auto* array = path.has_value() ? dataStructure.getDataAs<zr::core::IDataArray>(*path) : nullptr;
     if (array == nullptr || array->getIDataStore() == nullptr)
     {
       return ViewerScriptInput::Complain(
           QStringLiteral("Data array at path '%1' does not exist and cannot be added to the chart.")
-              .arg(spec.path),
+              .arg(request.path),
           2);
     }
     const std::size_t components = VXChartArrayValues::ComponentCount(*array);
-    if (spec.component >= 0 && static_cast<std::size_t>(spec.component) >= components)
+    if (request.component >= 0 && static_cast<std::size_t>(request.component) >= components)
     {
       return ViewerScriptInput::Complain(
           QStringLiteral("Cannot add data array %1 to the chart because it has %2 components but "
                          "was expecting %3 or more components")
-              .arg(spec.path)
+              .arg(request.path)
               .arg(components)
-              .arg(spec.component + 1),
+              .arg(request.component + 1),
           2);
     }
     if (array->getNumberOfTuples() == 0)
     {
       return ViewerScriptInput::Complain(
           QStringLiteral("Error retrieving values from data array at path '%1'. No tuples were found!")
-              .arg(spec.path),
+              .arg(request.path),
           2);
     }
     // The x array of a scatter chart and a histogram's array give one value per tuple.
@@ -238,13 +238,13 @@ int ViewerChartExport::run(const QStringList& arguments)
     if (histogram)
     {
       histogramArray = array;
-      histogramComponent = spec.component < 0 ? 0 : static_cast<std::size_t>(spec.component);
+      histogramComponent = request.component < 0 ? 0 : static_cast<std::size_t>(request.component);
       break;
     }
     std::vector<std::size_t> chosen;
-    if (spec.component >= 0 || single)
+    if (request.component >= 0 || single)
     {
-      chosen.push_back(spec.component < 0 ? 0 : static_cast<std::size_t>(spec.component));
+      chosen.push_back(request.component < 0 ? 0 : static_cast<std::size_t>(request.component));
     }
     else
     {
@@ -266,7 +266,7 @@ int ViewerChartExport::run(const QStringList& arguments)
         return ViewerScriptInput::Complain(
             QStringLiteral("Cannot add data array %1 to the chart because it has %2 values and "
                            "the rest of the chart data has %3 values")
-                .arg(spec.path)
+                .arg(request.path)
                 .arg(column.values.size())
                 .arg(columns.front().values.size()),
             2);

@@ -957,27 +957,27 @@ void VXImageSliceRepPimpl::sliceDirectionComboChanged(int index)
 
 void VXImageSliceRepPimpl::sliceSliderValueChanged(int value)
 {
-  m_SliceNumber = value;
-  if (m_SliceSpinBox)
-  {
-    const QSignalBlocker blocker(m_SliceSpinBox);
-    m_SliceSpinBox->setValue(value);
-  }
-  updateSlice(false);
-  if (m_HistogramMode == HistogramVisible)
-  {
-    generateHistogramData();
-  }
-  requestRender();
+  sliceControlChanged(value);
 }
 
 void VXImageSliceRepPimpl::sliceSpinBoxValueChanged(int value)
 {
+  sliceControlChanged(value);
+}
+
+void VXImageSliceRepPimpl::sliceControlChanged(int value)
+{
   m_SliceNumber = value;
-  if (m_SliceSlider)
+  // The slider and the spin box show the same number; the one that did not change follows quietly.
+  if (m_SliceSlider && m_SliceSlider->value() != value)
   {
     const QSignalBlocker blocker(m_SliceSlider);
     m_SliceSlider->setValue(value);
+  }
+  if (m_SliceSpinBox && m_SliceSpinBox->value() != value)
+  {
+    const QSignalBlocker blocker(m_SliceSpinBox);
+    m_SliceSpinBox->setValue(value);
   }
   updateSlice(false);
   if (m_HistogramMode == HistogramVisible)

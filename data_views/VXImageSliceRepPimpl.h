@@ -194,6 +194,8 @@ Q_SIGNALS:
   void linkPhysicalUnitsChanged(bool linkPhysicalUnits, VXImageSliceRepPimpl* sourceView);
 
 private:
+  // A new slice number from the slider or the spin box: both show it, and the slice follows.
+  void sliceControlChanged(int value);
   void updateColoring();
   void updateSpacing();
   void updateSliceControls();
@@ -287,4 +289,3 @@ private:
   QPointer<ZRIconPushButton> m_SliceAnimationButton;
   QPointer<ZRComboBox> m_HistogramModeComboBox;
 };
-
