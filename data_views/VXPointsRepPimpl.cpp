@@ -92,23 +92,7 @@ VXPointsRepPimpl::VXPointsRepPimpl(VXRepresentation* owner, VXAbstractViewWidget
     , m_RgbPreset(ZRPreferences::Instance()->getDefaultColorPreset())
     , m_IndexedPreset(ZRPreferences::Instance()->getDefaultIndexedColorPreset())
 {
-  vtkNew<vtkScalarBarRepresentation> representation;
-  representation->SetAutoOrient(false);
-  representation->SetEnforceNormalizedViewportBounds(true);
-  m_ScalarBarWidget->SetRepresentation(representation);
-  vtkScalarBarActor* bar = representation->GetScalarBarActor();
-  bar->SetNumberOfLabels(5);
-  bar->SetTextPositionToSucceedScalarBar();
-  bar->SetDrawNanAnnotation(1);
-  bar->SetBarRatio(0.15);
-  bar->SetUnconstrainedFontSize(true);
-  bar->SetTitleRatio(0.4);
-  for (vtkTextProperty* text : {bar->GetLabelTextProperty(), bar->GetTitleTextProperty()})
-  {
-    text->SetFontSize(15);
-    text->SetJustificationToCentered();
-  }
-  bar->GetFrameProperty()->SetColor(0.5, 0.5, 0.5);
+  ConfigureScalarBar(m_ScalarBarWidget);
   connectColorDialogs();
 }
 

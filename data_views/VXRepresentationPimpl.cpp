@@ -19,7 +19,13 @@
 #include <vtkActor.h>
 #include <vtkCallbackCommand.h>
 #include <vtkCommand.h>
+#include <vtkNew.h>
+#include <vtkProperty2D.h>
 #include <vtkRenderWindowInteractor.h>
+#include <vtkScalarBarActor.h>
+#include <vtkScalarBarRepresentation.h>
+#include <vtkScalarBarWidget.h>
+#include <vtkTextProperty.h>
 
 using ZRVtkModule::state::readIfPresent;
 using ZRVtkModule::state::readSetting;
@@ -312,4 +318,25 @@ QString VXRepresentationPimpl::pathName() const
   }
   return m_Owner->pathName() + m_Owner->getPathDelimeter() + QStringLiteral("Split View ") +
          QString::number(m_SplitId);
+}
+
+void VXRepresentationPimpl::ConfigureScalarBar(vtkScalarBarWidget* widget)
+{
+  vtkNew<vtkScalarBarRepresentation> representation;
+  representation->SetAutoOrient(false);
+  representation->SetEnforceNormalizedViewportBounds(true);
+  widget->SetRepresentation(representation);
+  vtkScalarBarActor* bar = representation->GetScalarBarActor();
+  bar->SetNumberOfLabels(5);
+  bar->SetTextPositionToSucceedScalarBar();
+  bar->SetDrawNanAnnotation(1);
+  bar->SetBarRatio(0.15);
+  bar->SetUnconstrainedFontSize(true);
+  bar->SetTitleRatio(0.4);
+  for (vtkTextProperty* text : {bar->GetLabelTextProperty(), bar->GetTitleTextProperty()})
+  {
+    text->SetFontSize(15);
+    text->SetJustificationToCentered();
+  }
+  bar->GetFrameProperty()->SetColor(0.5, 0.5, 0.5);
 }

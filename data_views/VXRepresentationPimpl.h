@@ -32,6 +32,7 @@ class vtkAlgorithmOutput;
 class vtkMapper;
 class vtkObject;
 class vtkRenderWindowInteractor;
+class vtkScalarBarWidget;
 
 /**
  * The part of a data view that lives in one render window: its settings there, and (in the concrete
@@ -127,6 +128,9 @@ public Q_SLOTS:
   void requestRender() const;
 
 protected:
+  /** @brief The colour legend every coloured view shows: placed freely, five labels, framed in grey. */
+  static void ConfigureScalarBar(vtkScalarBarWidget* widget);
+
   // The header of the panel: visibility button, title, help and default-settings buttons.
   void addTitleWithVisibilityBtn();
   void addVisibilityHintLabel(QVBoxLayout* layout);
