@@ -14,6 +14,8 @@
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXVisualizationWidget.h"
 
+#include <vtkAlgorithm.h>
+#include <vtkAlgorithmOutput.h>
 #include <vtkCellData.h>
 #include <vtkDataArray.h>
 #include <vtkDataSet.h>
@@ -37,6 +39,8 @@ const QMap<QString, VXRepresentation::Type> k_ViewNames = {
 const QStringList k_GlyphNames = {QStringLiteral("arrow"), QStringLiteral("sphere"), QStringLiteral("cube")};
 
 const QString k_Magnitude = QStringLiteral("magnitude");
+// The scalar mapping that never maps through the colour map.
+constexpr int k_DirectColours = 2;
 
 // Calls visit with every point array, then every cell array, until it returns true.
 template<class Visit>
@@ -71,6 +75,54 @@ vtkDataArray* findArray(vtkDataSet* dataSet, const QString& name)
                  return found != nullptr;
                });
   return found;
+}
+
+// The array a new data view is coloured by when the command line names none: the active scalars
+// (cells first: they are the data of image and mesh geometries), else the first array that is not a
+// normal or texture coordinate, one-component arrays before vectors. Null when there is none.
+vtkDataArray* defaultColouringArray(vtkDataSet* dataSet)
+{
+  if (dataSet == nullptr)
+  {
+    return nullptr;
+  }
+  for (vtkDataSetAttributes* attributes : {static_cast<vtkDataSetAttributes*>(dataSet->GetCellData()),
+                                           static_cast<vtkDataSetAttributes*>(dataSet->GetPointData())})
+  {
+    vtkDataArray* scalars = attributes->GetScalars();
+    if (scalars != nullptr && scalars->GetName() != nullptr && scalars->GetNumberOfTuples() > 0)
+    {
+      return scalars;
+    }
+  }
+  for (const bool scalarsOnly : {true, false})
+  {
+    for (vtkDataSetAttributes* attributes : {static_cast<vtkDataSetAttributes*>(dataSet->GetCellData()),
+                                             static_cast<vtkDataSetAttributes*>(dataSet->GetPointData())})
+    {
+      for (int i = 0; i < attributes->GetNumberOfArrays(); ++i)
+      {
+        vtkDataArray* array = attributes->GetArray(i);
+        const bool geometric = array == attributes->GetNormals() || array == attributes->GetTCoords();
+        if (array != nullptr && array->GetName() != nullptr && !geometric && array->GetNumberOfTuples() > 0 &&
+            (!scalarsOnly || array->GetNumberOfComponents() == 1))
+        {
+          return array;
+        }
+      }
+    }
+  }
+  return nullptr;
+}
+
+vtkDataSet* inputDataSet(VXRepresentationPimpl* implementation)
+{
+  vtkAlgorithmOutput* port = implementation != nullptr ? implementation->inputPort() : nullptr;
+  if (port == nullptr || port->GetProducer() == nullptr)
+  {
+    return nullptr;
+  }
+  return vtkDataSet::SafeDownCast(port->GetProducer()->GetOutputDataObject(port->GetIndex()));
 }
 
 QStringList arrayNames(vtkDataSet* dataSet)
@@ -155,6 +207,13 @@ bool ViewerDataViewChoice::setGlyphOrientation(const QString& arrayName, QString
 
 bool ViewerDataViewChoice::setColorBy(const QString& text, QString* error)
 {
+  m_SolidColour = text.compare(QStringLiteral("none"), Qt::CaseInsensitive) == 0;
+  if (m_SolidColour)
+  {
+    m_Array.clear();
+    m_Component.reset();
+    return true;
+  }
   m_Array = text;
   m_Component.reset();
   const int colon = text.lastIndexOf(QLatin1Char(':'));
@@ -286,6 +345,10 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
   {
     return false;
   }
+  if (m_Array.isEmpty() && !m_SolidColour)
+  {
+    colourByDefaultArrays(bridge, view);
+  }
   if (m_Array.isEmpty() && !m_Preset)
   {
     return true;
@@ -361,6 +424,55 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
     return false;
   }
   return true;
+}
+
+void ViewerDataViewChoice::colourByDefaultArrays(const VXBridgeObject& bridge, VXAbstractViewWidget* view)
+{
+  for (VXDataSource* dataSource : bridge.dataSources())
+  {
+    for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
+    {
+      VXRepresentationPimpl* implementation = representation->implementation(view);
+      vtkDataArray* array = defaultColouringArray(inputDataSet(implementation));
+      if (array == nullptr)
+      {
+        continue;
+      }
+      const QString name = QString::fromUtf8(array->GetName());
+      // Bytes of three or four components are the colours of a photograph or a scan: shown as they are.
+      const bool colours = array->GetDataType() == VTK_UNSIGNED_CHAR &&
+                           (array->GetNumberOfComponents() == 3 || array->GetNumberOfComponents() == 4);
+      // Views that already colour by an array (a volume picks its own) keep it.
+      const auto colourIfSolid = [&](auto* own)
+      {
+        if (!own->activeArray().isEmpty())
+        {
+          return false;
+        }
+        own->setActiveArray(name);
+        own->setActiveComponent(std::decay_t<decltype(*own)>::k_Magnitude);
+        return true;
+      };
+      if (auto* volume = dynamic_cast<VXVolumeRepPimpl*>(implementation))
+      {
+        colourIfSolid(volume);
+      }
+      else if (auto* slice = qobject_cast<VXImageSliceRepPimpl*>(implementation))
+      {
+        if (colourIfSolid(slice) && colours)
+        {
+          slice->setScalarMapping(k_DirectColours);
+        }
+      }
+      else if (auto* points = dynamic_cast<VXPointsRepPimpl*>(implementation))
+      {
+        if (colourIfSolid(points) && colours)
+        {
+          points->setScalarMapping(k_DirectColours);
+        }
+      }
+    }
+  }
 }
 
 bool ViewerDataViewChoice::setSliceNumber(const QString& text, QString* error)

@@ -13,8 +13,9 @@ class VXBridgeObject;
 /**
  * @brief What the viewer's command line asks of the data views of every file it opens: the kind of
  * view (--view) and the glyph shape (--glyph), the array and component to colour by (--color-by
- * ARRAY[:COMPONENT|:Magnitude], by name or by data path) and the colour map (--preset NAME). Unknown names
- * are refused with the names that exist.
+ * ARRAY[:COMPONENT|:Magnitude], by name or by data path; without it each view takes its data's first
+ * array, and "none" keeps the solid colour) and the colour map (--preset NAME). Unknown names are refused
+ * with the names that exist.
  */
 class ViewerDataViewChoice
 {
@@ -51,11 +52,15 @@ private:
   bool applySlice(const VXBridgeObject& bridge, VXAbstractViewWidget* view, QString* error) const;
   // Hands the glyph shape and orientation array to the glyph views of the bridge's data sources.
   bool applyGlyphs(const VXBridgeObject& bridge, VXAbstractViewWidget* view, QString* error) const;
+  // Without --color-by, each data view that shows a solid colour takes its data's first array.
+  static void colourByDefaultArrays(const VXBridgeObject& bridge, VXAbstractViewWidget* view);
   static void setDefaultViews(VXRepresentation::Type faces, VXRepresentation::Type vertices,
                               VXRepresentation::Type edges);
 
   VXRepresentation::Type m_Type = VXRepresentation::None;
   QString m_Array;
+  // --color-by none: the data views keep their solid colour.
+  bool m_SolidColour = false;
   std::optional<int> m_Component;
   std::optional<zr::core::ColorTableUtilities::ColorPreset> m_Preset;
   std::optional<int> m_SliceNumber;

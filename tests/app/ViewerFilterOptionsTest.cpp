@@ -266,15 +266,23 @@ TEST(ViewerFilterOptions, TheLastFiltersOutputGetsTheViewColouringAndColourMapAs
       runViewer(filters + colouring + QStringList{QStringLiteral("--screenshot"), coloured});
   ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
   const QString plain = dir.filePath(QStringLiteral("plain.png"));
-  const ViewerRun plainRun = runViewer(filters + QStringList{QStringLiteral("--screenshot"), plain});
+  const ViewerRun plainRun =
+      runViewer(filters + QStringList{QStringLiteral("--color-by"), QStringLiteral("none"),
+                                      QStringLiteral("--screenshot"), plain});
   ASSERT_EQ(plainRun.exitCode, 0) << plainRun.errors.toStdString();
+  const QString byDefault = dir.filePath(QStringLiteral("default.png"));
+  const ViewerRun defaultRun = runViewer(filters + QStringList{QStringLiteral("--screenshot"), byDefault});
+  ASSERT_EQ(defaultRun.exitCode, 0) << defaultRun.errors.toStdString();
 
   // Jet runs from blue at the low end to red at the high end of the range.
   const Hues colouredHues = countHues(QImage(coloured));
   const Hues plainHues = countHues(QImage(plain));
   EXPECT_GT(colouredHues.reddish, 1000);
   EXPECT_GT(colouredHues.bluish, 1000);
-  EXPECT_EQ(plainHues.reddish + plainHues.bluish, 0) << "without colouring the slice has one plain colour";
+  EXPECT_EQ(plainHues.reddish + plainHues.bluish, 0) << "with --color-by none the slice has one plain colour";
+  // Without --color-by the filter's view takes the data's first array, through the default colour map.
+  const Hues defaultHues = countHues(QImage(byDefault));
+  EXPECT_GT(defaultHues.reddish + defaultHues.bluish, 1000) << "the default view colours by the data";
 
   // The kind of view reaches the filter's data view as well, with no message about it.
   const QString state = dir.filePath(QStringLiteral("wireframe.ksxstate"));

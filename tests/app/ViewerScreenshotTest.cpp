@@ -349,3 +349,26 @@ TEST(ViewerSpreadsheets, SpreadsheetOptionOpensArraysAndTheStateKeepsThem)
   EXPECT_TRUE(noKestrix.errors.contains(QStringLiteral("--spreadsheet needs a .kestrix file")))
       << noKestrix.errors.toStdString();
 }
+
+TEST(ViewerScreenshot, APhotographIsShownInItsOwnColoursWithoutAnyColouringOption)
+{
+  // A PNG that PIL wrote: red grows from left to right, green from top to bottom, blue is 128.
+  QTemporaryDir dir;
+  const QString shot = dir.filePath(QStringLiteral("photo.png"));
+  const ViewerRun run =
+      runViewer({k_DataDir + QStringLiteral("/images/gradient_100x50.png"), QStringLiteral("--view"),
+                 QStringLiteral("slice"), QStringLiteral("--screenshot"), shot, QStringLiteral("--size"),
+                 QStringLiteral("400x300")});
+  ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+  const QImage image(shot);
+  ASSERT_EQ(image.size(), QSize(400, 300));
+  const QColor centre = image.pixelColor(200, 150);
+  const QColor left = image.pixelColor(150, 150);
+  const QColor right = image.pixelColor(250, 150);
+  EXPECT_NEAR(centre.blue(), 128, 12);
+  EXPECT_NEAR(centre.red(), 128, 25);
+  EXPECT_NEAR(centre.green(), 128, 25);
+  EXPECT_GT(right.red(), left.red() + 30) << "the colours are the picture's, not a colour map of them";
+  EXPECT_NEAR(left.blue(), 128, 12);
+  EXPECT_NEAR(right.blue(), 128, 12);
+}
