@@ -179,8 +179,8 @@ quint64 First(const std::map<quint16, std::vector<quint64>>& tags, quint16 tag, 
   return found == tags.end() || found->second.empty() ? fallback : found->second.front();
 }
 
-// Why vtkTIFFReader would read one directory wrongly, or an empty text.
-QString LayoutProblem(const std::map<quint16, std::vector<quint64>>& tags, qint64 fileSize)
+// Why the directory's image data cannot be where the header says, or an empty text.
+QString DamageProblem(const std::map<quint16, std::vector<quint64>>& tags, qint64 fileSize)
 {
   const quint64 width = First(tags, k_ImageWidth, 0);
   const quint64 height = First(tags, k_ImageLength, 0);
@@ -190,28 +190,6 @@ QString LayoutProblem(const std::map<quint16, std::vector<quint64>>& tags, qint6
   if (width == 0 || height == 0 || samples == 0 || bits == 0 || bits > 64 || samples > 64)
   {
     return QStringLiteral("its header declares no valid image size or sample format.");
-  }
-  if (samples > 1 && First(tags, k_PlanarConfiguration, 1) == 2)
-  {
-    return QStringLiteral("it stores its %1 colour channels in separate planes, which cannot be read here.")
-        .arg(samples);
-  }
-  if (samples > 1 && bits != 8)
-  {
-    return QStringLiteral("it has %1 channels of %2 bits; colour images can be read with 8 bits per channel "
-                          "only.")
-        .arg(samples)
-        .arg(bits);
-  }
-  if (tags.count(k_ExtraSamples) != 0 || samples > 3)
-  {
-    return QStringLiteral("it has an alpha or extra channel, which cannot be read here.");
-  }
-  if (tiled && bits != 8)
-  {
-    return QStringLiteral("it is stored in tiles with %1 bits per sample; tiled images can be read with 8 "
-                          "bits per sample only.")
-        .arg(bits);
   }
   const auto& offsets = tags.count(tiled ? k_TileOffsets : k_StripOffsets) != 0
                             ? tags.at(tiled ? k_TileOffsets : k_StripOffsets)
@@ -250,10 +228,54 @@ QString LayoutProblem(const std::map<quint16, std::vector<quint64>>& tags, qint6
   }
   return {};
 }
+
+// Why vtkTIFFReader would read a sound directory wrongly, or an empty text. decodable tells whether
+// Qt's decoder reads that layout right instead.
+QString LayoutProblem(const std::map<quint16, std::vector<quint64>>& tags, bool& decodable)
+{
+  const quint64 samples = First(tags, k_SamplesPerPixel, 1);
+  const quint64 bits = First(tags, k_BitsPerSample, 1);
+  const bool tiled = tags.count(k_TileWidth) != 0 || tags.count(k_TileOffsets) != 0;
+  decodable = bits == 8 || bits == 16;
+  if (samples > 1 && First(tags, k_PlanarConfiguration, 1) == 2)
+  {
+    // Qt takes the planes of wide samples for one another.
+    decodable = bits == 8;
+    return QStringLiteral("it stores its %1 colour channels in separate planes, which cannot be read here.")
+        .arg(samples);
+  }
+  if (samples > 1 && bits != 8)
+  {
+    return QStringLiteral("it has %1 channels of %2 bits; colour images can be read with 8 bits per channel "
+                          "only.")
+        .arg(samples)
+        .arg(bits);
+  }
+  if (tags.count(k_ExtraSamples) != 0 || samples > 3)
+  {
+    decodable = decodable && samples <= 4;
+    return QStringLiteral("it has an alpha or extra channel, which cannot be read here.");
+  }
+  if (tiled && bits != 8)
+  {
+    decodable = bits == 16 && samples == 1;
+    return QStringLiteral("it is stored in tiles with %1 bits per sample; tiled images can be read with 8 "
+                          "bits per sample only.")
+        .arg(bits);
+  }
+  decodable = false;
+  return {};
+}
 } // namespace
 
-bool VXTiffHeaderCheck::IsReadable(const QString& path, QString* errorMessage)
+bool VXTiffHeaderCheck::IsReadable(const QString& path, QString* errorMessage, bool* otherDecoderReads)
 {
+  if (otherDecoderReads != nullptr)
+  {
+    *otherDecoderReads = false;
+  }
+  bool layoutOnly = true;
+  QString layoutProblem;
   const auto fail = [&](const QString& why)
   {
     if (errorMessage != nullptr)
@@ -286,11 +308,26 @@ bool VXTiffHeaderCheck::IsReadable(const QString& path, QString* errorMessage)
       return fail(
           QStringLiteral("an image directory lies outside the file; the file is damaged or truncated."));
     }
-    const QString problem = LayoutProblem(tags, file.size());
-    if (!problem.isEmpty())
+    const QString damage = DamageProblem(tags, file.size());
+    if (!damage.isEmpty())
     {
-      return fail(problem);
+      return fail(damage);
+    }
+    bool decodable = false;
+    const QString layout = LayoutProblem(tags, decodable);
+    if (!layout.isEmpty())
+    {
+      layoutOnly = layoutOnly && decodable;
+      layoutProblem = layoutProblem.isEmpty() ? layout : layoutProblem;
     }
   }
-  return true;
+  if (layoutProblem.isEmpty())
+  {
+    return true;
+  }
+  if (otherDecoderReads != nullptr)
+  {
+    *otherDecoderReads = layoutOnly;
+  }
+  return fail(layoutProblem);
 }

@@ -4,6 +4,7 @@
 #include "data_bridge/VXImageHeaderCheck.h"
 #include "data_bridge/VXLegacyVtkHeaderCheck.h"
 #include "data_bridge/VXLegacyVtkTypeNames.h"
+#include "data_bridge/VXQtImageDecoder.h"
 #include "data_bridge/VXReadableFileCheck.h"
 #include "data_bridge/VXTiffHeaderCheck.h"
 #include "data_bridge/VXVtkErrorCapture.h"
@@ -40,6 +41,7 @@
 #include <vtkXMLUnstructuredGridReader.h>
 #include <vtksys/SystemTools.hxx>
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace io = ZRVtkLib::io;
@@ -91,6 +93,38 @@ vtkSmartPointer<vtkImageData> ReadImageFile(const QString& path, QString* errorM
   reader->Update();
   return Checked(capture, reader->GetOutput(), errorMessage, path);
 }
+// vtkTIFFReader hands out the top row of the picture first, at y = 0, so that TIFFs would stand upside
+// down beside PNG, JPEG and BMP images, whose readers put the bottom row there. Swaps the rows of every
+// point array of each slice.
+void FlipRows(vtkImageData* image)
+{
+  int dims[3];
+  image->GetDimensions(dims);
+  vtkPointData* points = image->GetPointData();
+  for (int a = 0; a < points->GetNumberOfArrays(); ++a)
+  {
+    vtkDataArray* array = points->GetArray(a);
+    if (array == nullptr || !array->HasStandardMemoryLayout() ||
+        array->GetNumberOfTuples() != vtkIdType(dims[0]) * dims[1] * dims[2])
+    {
+      continue;
+    }
+    const std::size_t rowBytes =
+        std::size_t(dims[0]) * array->GetNumberOfComponents() * array->GetDataTypeSize();
+    auto* bytes = static_cast<unsigned char*>(array->GetVoidPointer(0));
+    for (int z = 0; z < dims[2]; ++z)
+    {
+      unsigned char* slice = bytes + std::size_t(z) * dims[1] * rowBytes;
+      for (int y = 0; y < dims[1] / 2; ++y)
+      {
+        std::swap_ranges(slice + y * rowBytes, slice + (y + 1) * rowBytes,
+                         slice + (dims[1] - 1 - y) * rowBytes);
+      }
+    }
+    array->Modified();
+  }
+}
+
 // vtkSTLReader stops quietly at the end of a short binary file and hands out the triangles it got. The
 // header says how long the file must be.
 bool IsCompleteStl(const QString& path, QString* errorMessage)
@@ -220,9 +254,24 @@ vtkSmartPointer<vtkDataSet> ReadImage(const QString& path, bool pointToCell, QSt
   }
   else if (isA(io::TIF_FILE_EXT) || isA(io::TIF_FILE_EXT2))
   {
-    if (VXTiffHeaderCheck::IsReadable(path, errorMessage))
+    bool otherDecoderReads = false;
+    if (VXTiffHeaderCheck::IsReadable(path, errorMessage, &otherDecoderReads))
     {
       image = ReadImageFile<vtkTIFFReader>(path, errorMessage);
+      if (image != nullptr)
+      {
+        FlipRows(image);
+      }
+    }
+    else if (otherDecoderReads)
+    {
+      // The array name vtkTIFFReader gives, so that every TIFF is coloured and saved alike.
+      QString decodeError;
+      image = VXQtImageDecoder::Read(path, "Tiff Scalars", &decodeError);
+      if (errorMessage != nullptr)
+      {
+        *errorMessage = image != nullptr ? QString() : *errorMessage + QLatin1Char(' ') + decodeError;
+      }
     }
   }
   else if (isA(io::BMP_FILE_EXT))

@@ -372,3 +372,30 @@ TEST(ViewerScreenshot, APhotographIsShownInItsOwnColoursWithoutAnyColouringOptio
   EXPECT_NEAR(left.blue(), 128, 12);
   EXPECT_NEAR(right.blue(), 128, 12);
 }
+
+TEST(ViewerScreenshot, ThePictureStandsTheSameWayReadFromPngOrTiff)
+{
+  // PIL wrote one picture twice: the two frames must match, not be mirrors of each other.
+  QTemporaryDir dir;
+  QImage frames[2];
+  const QString suffixes[2] = {QStringLiteral("png"), QStringLiteral("tif")};
+  for (int i = 0; i < 2; ++i)
+  {
+    const QString shot = dir.filePath(QStringLiteral("gradient-%1.png").arg(suffixes[i]));
+    const ViewerRun run =
+        runViewer({k_DataDir + QStringLiteral("/images/gradient_100x50.") + suffixes[i],
+                   QStringLiteral("--view"), QStringLiteral("slice"), QStringLiteral("--screenshot"), shot,
+                   QStringLiteral("--size"), QStringLiteral("400x300")});
+    ASSERT_EQ(run.exitCode, 0) << run.errors.toStdString();
+    frames[i] = QImage(shot);
+  }
+  // Green grows from the top of the picture to its bottom.
+  EXPECT_LT(frames[0].pixelColor(200, 120).green() + 40, frames[0].pixelColor(200, 180).green());
+  for (const QPoint at : {QPoint(200, 120), QPoint(200, 180), QPoint(160, 150), QPoint(240, 150)})
+  {
+    EXPECT_NEAR(frames[0].pixelColor(at).green(), frames[1].pixelColor(at).green(), 4)
+        << at.x() << ", " << at.y();
+    EXPECT_NEAR(frames[0].pixelColor(at).red(), frames[1].pixelColor(at).red(), 4)
+        << at.x() << ", " << at.y();
+  }
+}
