@@ -4,12 +4,16 @@
 #include <QVariant>
 
 #include <algorithm>
+#include <cmath>
 
 namespace VXSplitViewTree
 {
 namespace
 {
 const char k_RootProperty[] = "VXSplitViewTreeRoot";
+// Whole percents: a reloaded splitter laid out at any width above a few hundred pixels saves the same.
+constexpr int k_WholeShare = 100;
+const char k_LoadedSharesProperty[] = "VXSplitViewLoadedShares";
 
 void EqualSizes(QSplitter* splitter)
 {
@@ -21,6 +25,28 @@ void EqualSizes(QSplitter* splitter)
     sizes << each;
   }
   splitter->setSizes(sizes);
+}
+
+// Sizes in proportion to the saved shares: the splitter spreads them over whatever extent it gets.
+void ApplyShares(QSplitter* splitter, const nlohmann::json& json)
+{
+  const auto shares = json.find(k_SharesKey);
+  if (shares == json.end() || !shares->is_array() || int(shares->size()) != splitter->count())
+  {
+    return;
+  }
+  QList<int> sizes;
+  for (const nlohmann::json& share : *shares)
+  {
+    if (!share.is_number_integer() || share.get<int>() <= 0 || share.get<int>() > k_WholeShare)
+    {
+      return;
+    }
+    sizes << share.get<int>();
+  }
+  splitter->setSizes(sizes);
+  // Kept for a window saved before it is ever shown, whose splitters have no sizes of their own yet.
+  splitter->setProperty(k_LoadedSharesProperty, QVariant::fromValue(sizes));
 }
 
 bool IsSplitterObject(const nlohmann::json& json)
@@ -61,6 +87,7 @@ QString LoadChildren(QSplitter* splitter, const nlohmann::json& json,
     }
   }
   EqualSizes(splitter);
+  ApplyShares(splitter, json);
   return {};
 }
 } // namespace
@@ -214,6 +241,24 @@ void Save(const QSplitter* splitter, nlohmann::json& json,
       saveLeaf(widget, child);
     }
     json[i == 0 ? k_FirstKey : k_SecondKey] = child;
+  }
+  // A hidden splitter has not been laid out: its sizes are no one's choice.
+  if (!splitter->isVisible())
+  {
+    const QList<int> loaded = splitter->property(k_LoadedSharesProperty).value<QList<int>>();
+    if (loaded.size() == 2)
+    {
+      json[k_SharesKey] = {loaded[0], loaded[1]};
+    }
+    return;
+  }
+  const QList<int> sizes = splitter->sizes();
+  const long long total = sizes.size() == 2 ? (long long)(sizes[0]) + sizes[1] : 0;
+  if (total > 0)
+  {
+    const int first =
+        std::clamp(int(std::llround(double(sizes[0]) * k_WholeShare / double(total))), 1, k_WholeShare - 1);
+    json[k_SharesKey] = {first, k_WholeShare - first};
   }
 }
 

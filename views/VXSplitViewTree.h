@@ -3,6 +3,7 @@
 #include <nlohmann/json.hpp>
 
 #include <QList>
+#include <QObject>
 #include <QString>
 
 #include <functional>
@@ -16,13 +17,17 @@ class QWidget;
  * leaves, and write or rebuild the whole tree as JSON.
  *
  * A splitter's object holds "split_view_orientation" (the Qt::Orientation number) and one object per
- * child under "split_view_first" and "split_view_second", a splitter's object or a view's alike.
+ * child under "split_view_first" and "split_view_second", a splitter's object or a view's alike, and
+ * "split_view_shares", the part of the splitter each child takes.
  */
 namespace VXSplitViewTree
 {
 inline const char k_OrientationKey[] = "split_view_orientation";
 inline const char k_FirstKey[] = "split_view_first";
 inline const char k_SecondKey[] = "split_view_second";
+// The share of the splitter each child had, in percent, so that a reloaded window keeps the
+// user's proportions at any window size.
+inline const char k_SharesKey[] = "split_view_shares";
 
 /** @brief Marks the splitter at the top of a window's tree, where the search of FindRoot stops. */
 void MarkRoot(QSplitter* root);
