@@ -5,11 +5,16 @@
 #include <vtkImageSlice.h>
 #include <vtkObjectFactory.h>
 #include <vtkOpenGLHardwareSelector.h>
+#include <vtkOpenGLRenderWindow.h>
+#include <vtkOpenGLState.h>
 #include <vtkPropCollection.h>
+#include <vtkRenderWindow.h>
 #include <vtkRenderer.h>
+#include <vtkRendererCollection.h>
 #include <vtkVersion.h>
 
 #include <functional>
+#include <vector>
 
 namespace
 {
@@ -48,12 +53,16 @@ public:
   }
   vtkTypeMacro(AmberquillHardwareSelector, vtkOpenGLHardwareSelector);
 
+  // Only the prop and the cell id, drawn only inside the area.
+  void setCellPickOnly(bool on) { m_CellPickOnly = on; }
+
 protected:
   AmberquillHardwareSelector() = default;
   ~AmberquillHardwareSelector() override = default;
 
   void BeginSelection() override
   {
+    silenceOtherRenderers();
     vtkOpenGLHardwareSelector::BeginSelection();
     forEachSliceMapper(Renderer, [](VXOpenGLImageSliceMapper* mapper) { mapper->clearExtents(); });
     SubDividedTextureExtents().clear();
@@ -66,7 +75,26 @@ protected:
     {
       return true;
     }
+    // A cell pick finds the point and the position on the CPU from the cell and the view ray.
+    if (m_CellPickOnly && pass != ACTOR_PASS && pass != CELL_ID_LOW24 && pass != CELL_ID_HIGH24)
+    {
+      return false;
+    }
     return vtkOpenGLHardwareSelector::PassRequired(pass);
+  }
+
+  void BeginRenderProp(vtkRenderWindow* window) override
+  {
+    vtkOpenGLHardwareSelector::BeginRenderProp(window);
+    // The camera scissors to the whole viewport; a pick needs its area only, and the rasterizer then
+    // drops every triangle outside it before filling anything.
+    auto* openGLWindow = vtkOpenGLRenderWindow::SafeDownCast(window);
+    if (m_CellPickOnly && openGLWindow != nullptr && openGLWindow->GetState() != nullptr)
+    {
+      openGLWindow->GetState()->vtkglScissor(static_cast<int>(Area[0]), static_cast<int>(Area[1]),
+                                             static_cast<int>(Area[2] - Area[0] + 1),
+                                             static_cast<int>(Area[3] - Area[1] + 1));
+    }
   }
 
   void EndSelection() override
@@ -76,9 +104,45 @@ protected:
                        { mapper->setExtents(SubDividedTextureExtents()); });
     SubDividedTextureExtents().clear();
     vtkOpenGLHardwareSelector::EndSelection();
+    restoreOtherRenderers();
   }
 
 private:
+  // Every pass renders the whole window: the other renderers would cost time and, drawn over the
+  // selected renderer, overwrite its ids.
+  void silenceOtherRenderers()
+  {
+    m_Silenced.clear();
+    vtkRenderWindow* window = Renderer != nullptr ? Renderer->GetRenderWindow() : nullptr;
+    if (window == nullptr)
+    {
+      return;
+    }
+    vtkRendererCollection* renderers = window->GetRenderers();
+    vtkCollectionSimpleIterator it;
+    renderers->InitTraversal(it);
+    while (vtkRenderer* other = renderers->GetNextRenderer(it))
+    {
+      if (other != Renderer && other->GetDraw() != 0)
+      {
+        other->DrawOff();
+        m_Silenced.push_back(other);
+      }
+    }
+  }
+
+  void restoreOtherRenderers()
+  {
+    for (vtkRenderer* other : m_Silenced)
+    {
+      other->DrawOn();
+    }
+    m_Silenced.clear();
+  }
+
+  bool m_CellPickOnly = false;
+  std::vector<vtkSmartPointer<vtkRenderer>> m_Silenced;
+
   AmberquillHardwareSelector(const AmberquillHardwareSelector&) = delete;
   void operator=(const AmberquillHardwareSelector&) = delete;
 };
@@ -122,6 +186,15 @@ struct RegisterAtLoad
   RegisterAtLoad() { VXHardwareSelection::RegisterSelectorOverride(); }
 } s_RegisterAtLoad;
 } // namespace
+
+vtkSmartPointer<vtkHardwareSelector> VXHardwareSelection::NewCellPickSelector()
+{
+  RegisterSelectorOverride();
+  auto selector = vtkSmartPointer<AmberquillHardwareSelector>::Take(AmberquillHardwareSelector::New());
+  selector->setCellPickOnly(true);
+  selector->SetFieldAssociation(vtkDataObject::FIELD_ASSOCIATION_CELLS);
+  return selector;
+}
 
 void VXHardwareSelection::RegisterSelectorOverride()
 {
