@@ -14,6 +14,7 @@
 #include <vtkLine.h>
 #include <vtkMapper.h>
 #include <vtkMath.h>
+#include <vtkMatrix4x4.h>
 #include <vtkNew.h>
 #include <vtkProp.h>
 #include <vtkPropCollection.h>
@@ -76,7 +77,17 @@ void pickImageSlice(vtkImageSlice* slice, vtkIdType selectionId, VXPickResult& r
       vtkImageData::SafeDownCast(ZRVtk::utils::FindOriginalPipelineInput(mapper->GetInputAlgorithm()));
   result.original =
       original != nullptr ? static_cast<vtkDataSet*>(original) : static_cast<vtkDataSet*>(drawn);
-  drawn->GetPoint(drawnPoint, result.position.data());
+  // The drawn image sits where the prop's matrix puts it (the slice view moves it half a cell, onto
+  // the centres of the cells it shows): the position is reported in the world.
+  double dataPoint[3];
+  drawn->GetPoint(drawnPoint, dataPoint);
+  const double homogeneous[4] = {dataPoint[0], dataPoint[1], dataPoint[2], 1.0};
+  double world[4];
+  slice->GetMatrix()->MultiplyPoint(homogeneous, world);
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    result.position[axis] = world[3] != 0.0 ? world[axis] / world[3] : world[axis];
+  }
   result.hit = true;
   // The slice view draws each cell of the image as one point of the image it draws, at the same (i, j,
   // k); an image without cell arrays is drawn by its points.
@@ -90,7 +101,7 @@ void pickImageSlice(vtkImageSlice* slice, vtkIdType selectionId, VXPickResult& r
   else
   {
     result.pointId = drawnPoint;
-    result.cellId = VXHardwarePicker::FindCellAt(result.original, result.position.data());
+    result.cellId = VXHardwarePicker::FindCellAt(result.original, dataPoint);
   }
 }
 } // namespace

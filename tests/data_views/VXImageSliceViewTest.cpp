@@ -424,6 +424,8 @@ TEST_F(ImageSliceViewTest, HoverOverTheSliceNamesTheImageCellItsIndexAndItsArray
     int ijk[3] = {i, j, k};
     const vtkIdType id = image->ComputeCellId(ijk);
     EXPECT_EQ(lines.at(1), QStringLiteral("    Cell Id: %1").arg(id));
+    // The centre of the cell, where the slice shows it.
+    EXPECT_EQ(lines.at(2), QStringLiteral("    Coords: (%1.5, %2.5, %3.5)").arg(i).arg(j).arg(k));
     EXPECT_EQ(lines.at(3), QStringLiteral("    Index: (%1, %2, %3)").arg(i).arg(j).arg(k));
     EXPECT_TRUE(lines.contains(QStringLiteral("    CellIndex: %1").arg(i + 10 * j + 100 * k)))
         << lines.join('\n').toStdString();
