@@ -23,8 +23,9 @@ void RegisterSelectorOverride();
 /**
  * Our selector, set up for the picks of one cell under the mouse: it renders only the passes that
  * name the prop and the cell (not the composite index, point ids or process id), and only inside its
- * area (SetArea), so a pick of a few pixels costs little more than the vertices of the scene. The other
- * renderers of the window (overlays, the corner axes) never draw into a selection.
+ * area (SetArea): the viewport shrinks to the area and the projection narrows to what the area shows,
+ * so a pick of a few pixels costs little more than the vertices of the scene. The other renderers of
+ * the window (overlays, the corner axes) never draw into a selection.
  */
 vtkSmartPointer<vtkHardwareSelector> NewCellPickSelector();
 } // namespace VXHardwareSelection
