@@ -100,6 +100,11 @@ std::vector<std::uint64_t> VXSelectionBuffers::sceneSignature(vtkRenderer* rende
   props->InitTraversal(it);
   while (vtkProp* prop = props->GetNextProp(it))
   {
+    // 2D actors (legends, text) are drawn over the scene, never into a selection.
+    if (prop->IsA("vtkActor2D") != 0)
+    {
+      continue;
+    }
     append(signature, prop);
     const bool drawnForPicks = prop->GetVisibility() != 0 && prop->GetPickable() != 0;
     signature.push_back(drawnForPicks ? 1U : 0U);

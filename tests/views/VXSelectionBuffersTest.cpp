@@ -22,6 +22,7 @@
 #include <vtkRenderWindowInteractor.h>
 #include <vtkRenderer.h>
 #include <vtkRendererCollection.h>
+#include <vtkTextActor.h>
 
 #include <QTest>
 
@@ -137,6 +138,15 @@ TEST_F(VXSelectionBuffersTest, AStillSceneIsPickedWithoutRenderingAgain)
 
   // A drawing of the window between two picks (as after each hover) changes nothing under a pixel.
   m_Window->renderWindow()->Render();
+  EXPECT_EQ(pickAtPixel(pixel).cellId, 0);
+  EXPECT_EQ(m_Buffers.captureCount(), 1);
+
+  // Text over the scene, written and rewritten, is never part of a selection.
+  vtkNew<vtkTextActor> text;
+  text->SetInput("first");
+  renderer()->AddActor2D(text);
+  m_Window->renderWindow()->Render();
+  text->SetInput("second");
   EXPECT_EQ(pickAtPixel(pixel).cellId, 0);
   EXPECT_EQ(m_Buffers.captureCount(), 1);
 
