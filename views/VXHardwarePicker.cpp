@@ -2,19 +2,19 @@
 
 #include "data_bridge/ZRVtkUtils.h"
 #include "data_views/VXOpenGLImageSliceMapper.h"
-#include "views/VXHardwareSelection.h"
+#include "views/VXSelectionBuffers.h"
 
 #include <vtkActor.h>
 #include <vtkAlgorithm.h>
 #include <vtkCell.h>
 #include <vtkDataSet.h>
 #include <vtkGenericCell.h>
-#include <vtkHardwareSelector.h>
 #include <vtkImageData.h>
 #include <vtkImageSlice.h>
 #include <vtkLine.h>
 #include <vtkMapper.h>
 #include <vtkMath.h>
+#include <vtkMatrix4x4.h>
 #include <vtkNew.h>
 #include <vtkProp.h>
 #include <vtkPropCollection.h>
@@ -29,38 +29,6 @@
 
 namespace
 {
-// Hides the visible props that must not be picked, and shows them again when it goes.
-class NonPickablePropsHidden
-{
-public:
-  explicit NonPickablePropsHidden(vtkRenderer* renderer)
-  {
-    vtkPropCollection* props = renderer->GetViewProps();
-    vtkCollectionSimpleIterator it;
-    props->InitTraversal(it);
-    while (vtkProp* prop = props->GetNextProp(it))
-    {
-      if (prop->GetVisibility() != 0 && prop->GetPickable() == 0)
-      {
-        prop->SetVisibility(0);
-        m_Hidden.push_back(prop);
-      }
-    }
-  }
-  ~NonPickablePropsHidden()
-  {
-    for (vtkProp* prop : m_Hidden)
-    {
-      prop->SetVisibility(1);
-    }
-  }
-  NonPickablePropsHidden(const NonPickablePropsHidden&) = delete;
-  NonPickablePropsHidden& operator=(const NonPickablePropsHidden&) = delete;
-
-private:
-  std::vector<vtkProp*> m_Hidden;
-};
-
 // The view ray through a display pixel, from the near to the far clipping plane.
 void viewRay(vtkRenderer* renderer, double x, double y, double nearPoint[3], double farPoint[3])
 {
@@ -109,7 +77,17 @@ void pickImageSlice(vtkImageSlice* slice, vtkIdType selectionId, VXPickResult& r
       vtkImageData::SafeDownCast(ZRVtk::utils::FindOriginalPipelineInput(mapper->GetInputAlgorithm()));
   result.original =
       original != nullptr ? static_cast<vtkDataSet*>(original) : static_cast<vtkDataSet*>(drawn);
-  drawn->GetPoint(drawnPoint, result.position.data());
+  // The drawn image sits where the prop's matrix puts it (the slice view moves it half a cell, onto
+  // the centres of the cells it shows): the position is reported in the world.
+  double dataPoint[3];
+  drawn->GetPoint(drawnPoint, dataPoint);
+  const double homogeneous[4] = {dataPoint[0], dataPoint[1], dataPoint[2], 1.0};
+  double world[4];
+  slice->GetMatrix()->MultiplyPoint(homogeneous, world);
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    result.position[axis] = world[3] != 0.0 ? world[axis] / world[3] : world[axis];
+  }
   result.hit = true;
   // The slice view draws each cell of the image as one point of the image it draws, at the same (i, j,
   // k); an image without cell arrays is drawn by its points.
@@ -123,7 +101,7 @@ void pickImageSlice(vtkImageSlice* slice, vtkIdType selectionId, VXPickResult& r
   else
   {
     result.pointId = drawnPoint;
-    result.cellId = VXHardwarePicker::FindCellAt(result.original, result.position.data());
+    result.cellId = VXHardwarePicker::FindCellAt(result.original, dataPoint);
   }
 }
 } // namespace
@@ -160,36 +138,18 @@ vtkIdType VXHardwarePicker::FindCellAt(vtkDataSet* dataSet, const double positio
   return dataSet->FindCell(at, nullptr, cell, -1, tolerance * tolerance, subId, pcoords, weights);
 }
 
-VXPickResult VXHardwarePicker::Pick(vtkRenderer* renderer, int x, int y)
+VXPickResult VXHardwarePicker::Pick(vtkRenderer* renderer, int x, int y, VXSelectionBuffers* buffers)
 {
   VXPickResult result;
   if (renderer == nullptr || renderer->GetRenderWindow() == nullptr)
   {
     return result;
   }
-  const int* size = renderer->GetRenderWindow()->GetSize();
-  if (x < 0 || y < 0 || x >= size[0] || y >= size[1])
-  {
-    return result;
-  }
-  // The toolkit's factory gives our selector, which also decodes image slices drawn as textures.
-  VXHardwareSelection::RegisterSelectorOverride();
-  vtkSmartPointer<vtkHardwareSelector> selector = vtkSmartPointer<vtkHardwareSelector>::New();
-  selector->SetRenderer(renderer);
-  selector->SetFieldAssociation(vtkDataObject::FIELD_ASSOCIATION_CELLS);
-  selector->SetArea(static_cast<unsigned int>(x), static_cast<unsigned int>(y), static_cast<unsigned int>(x),
-                    static_cast<unsigned int>(y));
-  vtkHardwareSelector::PixelInformation info;
-  {
-    NonPickablePropsHidden hidden(renderer);
-    if (!selector->CaptureBuffers())
-    {
-      return result;
-    }
-    const unsigned int pixel[2] = {static_cast<unsigned int>(x), static_cast<unsigned int>(y)};
-    info = selector->GetPixelInformation(pixel, 0);
-    selector->ClearBuffers();
-  }
+  // Our selector decodes image slices drawn as textures; it draws the prop and cell ids only, and
+  // the point and the position are found below from the cell and the view ray.
+  VXSelectionBuffers ownBuffers;
+  const vtkHardwareSelector::PixelInformation info =
+      (buffers != nullptr ? buffers : &ownBuffers)->pixelInformation(renderer, x, y);
   if (!info.Valid || info.Prop == nullptr || info.AttributeID < 0)
   {
     return result;

@@ -9,6 +9,7 @@ class vtkDataSet;
 class vtkAbstractMapper3D;
 class vtkProp;
 class vtkRenderer;
+class VXSelectionBuffers;
 
 /** What lies under one pixel of a render window, in the ids of the dataset the user loaded. */
 struct VXPickResult
@@ -36,8 +37,12 @@ struct VXPickResult
 class VXHardwarePicker
 {
 public:
-  /** x and y are display coordinates: pixels from the bottom left of the renderer's window. */
-  static VXPickResult Pick(vtkRenderer* renderer, int x, int y);
+  /**
+   * x and y are display coordinates: pixels from the bottom left of the renderer's window. With
+   * buffers, the selection buffers kept there for the scene as it stands are used, and renewed when
+   * they do not hold the pixel; without, the selection is rendered for this pick alone.
+   */
+  static VXPickResult Pick(vtkRenderer* renderer, int x, int y, VXSelectionBuffers* buffers = nullptr);
 
   /** The cell of a structured or unstructured dataset at a world position; -1 outside. */
   static vtkIdType FindCellAt(vtkDataSet* dataSet, const double position[3]);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "views/VXHardwarePicker.h"
+#include "views/VXSelectionBuffers.h"
 
 #include <vtkActor.h>
 #include <vtkCommand.h>
@@ -45,16 +46,23 @@ public:
 
   /** The report of what lies under the interactor's event position; highlights the point or cell. */
   std::string GeneratePickInfo();
-  /** Picks at a display position (pixels from the bottom left) without highlighting anything. */
+  /**
+   * Picks at a display position (pixels from the bottom left) without highlighting anything. The
+   * selection buffers are kept between picks while the scene stands still.
+   */
   VXPickResult pickAt(int x, int y) const;
+  /** The selection buffers kept for the picks of this window. */
+  VXSelectionBuffers& selectionBuffers() const { return m_SelectionBuffers; }
   /** The name of the data source of a pick, or "Unnamed Geometry". */
   QString geometryName(const VXPickResult& pick) const;
   /**
-   * Appends the label and id, the coordinates and one line per array of the attributes at that id
-   * to the report.
+   * Appends the label and id, the coordinates, the (i, j, k) index when one is given (cells and points
+   * of images and grids) and one line per array of the attributes at that id to the report.
    */
   static void printDataValues(vtkDataSetAttributes* attributes, long long id, const std::string& label,
-                              const double coords[3], std::string& report);
+                              const double coords[3], std::string& report, const int* index = nullptr);
+  /** The (i, j, k) of a cell or point of an image, a rectilinear or a structured grid; false otherwise. */
+  static bool structuredIndex(vtkDataSet* dataSet, vtkIdType id, bool cell, int index[3]);
   void createPointHighlighter(double x, double y, double z);
   void createCellHighlighter(vtkDataSet* dataSet, vtkIdType cellId);
   /** World size of 15 screen pixels at the point, over the highlight's current width; NaN for width 0. */
@@ -92,4 +100,5 @@ private:
   std::array<double, 3> m_PickPosition = {{0.0, 0.0, 0.0}};
   GeometryNameLookup m_GeometryNameLookup;
   VXPickResult m_LastPick;
+  mutable VXSelectionBuffers m_SelectionBuffers;
 };

@@ -122,7 +122,8 @@ TEST(ViewerPick, PixelsOnAnImageSliceReportTheImageCellAndItsValues)
     EXPECT_EQ(pick.at("cell_id").get<int>(), c.cell) << pick.dump();
     EXPECT_DOUBLE_EQ(pick.at("values").at("CellIndex").get<double>(), c.cellIndex) << pick.dump();
     ASSERT_EQ(pick.at("position").size(), 3u) << pick.dump();
-    EXPECT_DOUBLE_EQ(pick.at("position").at(2).get<double>(), c.sliceNumber.toDouble()) << pick.dump();
+    // The slice shows the cells at their centres: half a cell above the slice's lower face.
+    EXPECT_DOUBLE_EQ(pick.at("position").at(2).get<double>(), c.sliceNumber.toDouble() + 0.5) << pick.dump();
   }
   const ViewerRun off = runViewer({cells, QStringLiteral("--view"), QStringLiteral("slice"),
                                    QStringLiteral("--pick"), QStringLiteral("50,50")});

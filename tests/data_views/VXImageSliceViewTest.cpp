@@ -14,18 +14,22 @@
 #include "platform/ZRComboBox.h"
 #include "platform/ZRSpinBox.h"
 #include "views/VXAbstractViewWidget.h"
+#include "views/VXPickerCallback.h"
 #include "views/VXViewGridWidget.h"
 #include "views/VXVisualizationWidget.h"
 
 #include <nlohmann/json.hpp>
 
+#include <vtkActor.h>
 #include <vtkCellData.h>
 #include <vtkDataArray.h>
 #include <vtkHardwareSelector.h>
 #include <vtkImageData.h>
 #include <vtkImageSlice.h>
+#include <vtkMapper.h>
 #include <vtkPointData.h>
 #include <vtkRenderWindow.h>
+#include <vtkRenderWindowInteractor.h>
 #include <vtkRenderer.h>
 
 #include <QPushButton>
@@ -388,6 +392,62 @@ TEST_F(ImageSliceViewTest, PickingShaderReportsTheCellUnderThePixel)
   EXPECT_EQ(slice->inputImage()->GetCellData()->GetArray("CellIndex")->GetTuple1(id), 6 + 10 * 1 + 100 * 2);
   // An index past the list of pieces is refused.
   EXPECT_FALSE(slice->sliceMapper()->ijkFromSelection(0x1000000LL * 7, ijk));
+}
+
+TEST_F(ImageSliceViewTest, HoverOverTheSliceNamesTheImageCellItsIndexAndItsArrays)
+{
+  VXImageSliceRepPimpl* slice = sliceOf(k_Cells);
+  ASSERT_NE(slice, nullptr);
+  slice->setSliceNumber(2);
+  VXVisualizationWidget* window = first()->getVisualizationWidget();
+  window->camZPlus();
+  window->resetCamera();
+  frame(first());
+  window->toggleHoverCells(true);
+  VXPickerCallback* picker = window->getPickerCallback();
+  ASSERT_NE(picker, nullptr);
+  vtkRenderer* renderer = window->getRenderer();
+
+  // The mouse over the centre of cell (i, j) = (6, 1), as the hover widget's timer reports it.
+  const double centre[3] = {6.5, 1.5, 2.5};
+  renderer->SetWorldPoint(centre[0], centre[1], centre[2], 1.0);
+  renderer->WorldToDisplay();
+  const double* display = renderer->GetDisplayPoint();
+  renderer->GetRenderWindow()->GetInteractor()->SetEventPosition(static_cast<int>(display[0]),
+                                                                 static_cast<int>(display[1]));
+  auto hoverText = [picker]() { return QString::fromStdString(picker->GeneratePickInfo()).split('\n'); };
+  vtkImageData* image = slice->inputImage();
+  auto expectCell = [image](const QStringList& lines, int i, int j, int k)
+  {
+    ASSERT_GE(lines.size(), 6) << lines.join('\n').toStdString();
+    EXPECT_FALSE(lines.at(0).isEmpty());
+    int ijk[3] = {i, j, k};
+    const vtkIdType id = image->ComputeCellId(ijk);
+    EXPECT_EQ(lines.at(1), QStringLiteral("    Cell Id: %1").arg(id));
+    // The centre of the cell, where the slice shows it.
+    EXPECT_EQ(lines.at(2), QStringLiteral("    Coords: (%1.5, %2.5, %3.5)").arg(i).arg(j).arg(k));
+    EXPECT_EQ(lines.at(3), QStringLiteral("    Index: (%1, %2, %3)").arg(i).arg(j).arg(k));
+    EXPECT_TRUE(lines.contains(QStringLiteral("    CellIndex: %1").arg(i + 10 * j + 100 * k)))
+        << lines.join('\n').toStdString();
+    EXPECT_TRUE(lines.contains(
+        QStringLiteral("    Phase: %1").arg(image->GetCellData()->GetArray("Phase")->GetTuple1(id))))
+        << lines.join('\n').toStdString();
+  };
+  expectCell(hoverText(), 6, 1, 2);
+  // The highlight outlines that cell of the image.
+  vtkActor* highlight = picker->getCellHighlightActor();
+  EXPECT_TRUE(highlight->GetVisibility());
+  const double* bounds = highlight->GetMapper()->GetInput()->GetBounds();
+  EXPECT_DOUBLE_EQ(bounds[0], 6.0);
+  EXPECT_DOUBLE_EQ(bounds[1], 7.0);
+  EXPECT_DOUBLE_EQ(bounds[2], 1.0);
+  EXPECT_DOUBLE_EQ(bounds[3], 2.0);
+
+  // The next slice under the same pixel: the buffers of the last one are not used again.
+  slice->setSliceNumber(3);
+  expectCell(hoverText(), 6, 1, 3);
+  frame(first());
+  expectCell(hoverText(), 6, 1, 3);
 }
 
 TEST_F(ImageSliceViewTest, PanelControlsDriveTheSliceAndFollowIt)
