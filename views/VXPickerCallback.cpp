@@ -207,10 +207,7 @@ std::string VXPickerCallback::GeneratePickInfo()
     {
       createCellHighlighter(dataSet, m_LastPick.cellId);
     }
-    int index[3];
-    const bool indexed = structuredIndex(dataSet, m_LastPick.cellId, true, index);
-    printDataValues(dataSet->GetCellData(), m_LastPick.cellId, "Cell", m_LastPick.position.data(), report,
-                    indexed ? index : nullptr);
+    printDataValues(dataSet->GetCellData(), m_LastPick.cellId, "Cell", m_LastPick.position.data(), report);
   }
   else
   {
@@ -222,58 +219,17 @@ std::string VXPickerCallback::GeneratePickInfo()
       m_PickPosition = {{point[0], point[1], point[2]}};
     }
     createPointHighlighter(point[0], point[1], point[2]);
-    int index[3];
-    const bool indexed = structuredIndex(dataSet, m_LastPick.pointId, false, index);
-    printDataValues(dataSet->GetPointData(), m_LastPick.pointId, "Point", point, report,
-                    indexed ? index : nullptr);
+    printDataValues(dataSet->GetPointData(), m_LastPick.pointId, "Point", point, report);
   }
   return report;
 }
 
-bool VXPickerCallback::structuredIndex(vtkDataSet* dataSet, vtkIdType id, bool cell, int index[3])
-{
-  int extent[6];
-  if (auto* image = vtkImageData::SafeDownCast(dataSet))
-  {
-    image->GetExtent(extent);
-  }
-  else if (auto* rectilinear = vtkRectilinearGrid::SafeDownCast(dataSet))
-  {
-    rectilinear->GetExtent(extent);
-  }
-  else if (auto* structured = vtkStructuredGrid::SafeDownCast(dataSet))
-  {
-    structured->GetExtent(extent);
-  }
-  else
-  {
-    return false;
-  }
-  if (id < 0 || id >= (cell ? dataSet->GetNumberOfCells() : dataSet->GetNumberOfPoints()))
-  {
-    return false;
-  }
-  // Along an axis of one point a flat grid still has one cell: cells count at least one per axis.
-  const int offset = cell ? 0 : 1;
-  const vtkIdType nx = std::max(extent[1] - extent[0] + offset, 1);
-  const vtkIdType ny = std::max(extent[3] - extent[2] + offset, 1);
-  index[0] = extent[0] + static_cast<int>(id % nx);
-  index[1] = extent[2] + static_cast<int>((id / nx) % ny);
-  index[2] = extent[4] + static_cast<int>(id / (nx * ny));
-  return true;
-}
-
 void VXPickerCallback::printDataValues(vtkDataSetAttributes* attributes, long long id,
-                                       const std::string& label, const double coords[3], std::string& report,
-                                       const int* index)
+                                       const std::string& label, const double coords[3], std::string& report)
 {
   report += fmt::format("\n{}{} Id: {}", k_Indent, label, id);
   report += fmt::format("\n{}Coords: ({}, {}, {})", k_Indent, formatValue(coords[0]), formatValue(coords[1]),
                         formatValue(coords[2]));
-  if (index != nullptr)
-  {
-    report += fmt::format("\n{}Index: ({}, {}, {})", k_Indent, index[0], index[1], index[2]);
-  }
   if (attributes == nullptr)
   {
     return;

@@ -60,9 +60,7 @@ public:
    * of images and grids) and one line per array of the attributes at that id to the report.
    */
   static void printDataValues(vtkDataSetAttributes* attributes, long long id, const std::string& label,
-                              const double coords[3], std::string& report, const int* index = nullptr);
-  /** The (i, j, k) of a cell or point of an image, a rectilinear or a structured grid; false otherwise. */
-  static bool structuredIndex(vtkDataSet* dataSet, vtkIdType id, bool cell, int index[3]);
+                              const double coords[3], std::string& report);
   void createPointHighlighter(double x, double y, double z);
   void createCellHighlighter(vtkDataSet* dataSet, vtkIdType cellId);
   /** World size of 15 screen pixels at the point, over the highlight's current width; NaN for width 0. */
