@@ -120,11 +120,21 @@ VXVolumeRepPimpl::VXVolumeRepPimpl(VXRepresentation* owner, VXAbstractViewWidget
           qOverload<double, double>(&VXVolumeRepPimpl::rescaleToCustomRange));
   connect(m_CustomRangeDialog.data(), &VXCustomRangeDialog::needsRangeReset, this,
           &VXVolumeRepPimpl::rescaleToDataRange);
-  m_ColorPresetsDialog = new ColorPresetsDialog();
-  connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::applyPreset, this,
-          [this](const ColorPreset& preset, const QPixmap&) { loadPresetColors(preset); });
-  connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::restoreDefaultPreset, this,
-          &VXVolumeRepPimpl::restoreDefaultPresetColors);
+}
+
+ColorPresetsDialog* VXVolumeRepPimpl::colorPresetsDialog()
+{
+  // Made when first asked for: it reads and draws every preset, which a view that is only drawn
+  // does not need.
+  if (!m_ColorPresetsDialog)
+  {
+    m_ColorPresetsDialog = new ColorPresetsDialog();
+    connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::applyPreset, this,
+            [this](const ColorPreset& preset, const QPixmap&) { loadPresetColors(preset); });
+    connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::restoreDefaultPreset, this,
+            &VXVolumeRepPimpl::restoreDefaultPresetColors);
+  }
+  return m_ColorPresetsDialog;
 }
 
 VXVolumeRepPimpl::~VXVolumeRepPimpl()

@@ -121,6 +121,8 @@ public:
   void setScalarBarVisibility(bool visible);
   bool isScalarBarVisible() const { return m_ScalarBarVisible; }
   VXCustomRangeDialog* customRangeDialog() const;
+  /** @brief The preset chooser of the panel, made on first use. */
+  ColorPresetsDialog* colorPresetsDialog();
   /** @brief The transfer function editor of the panel; null until the panel is built. */
   VXColorMapEditorWidget* colorMapEditor() const;
   /** @brief The histogram last given to the editor, with its column "image_pops"; null before. */

@@ -109,8 +109,8 @@ void VXVolumeRepPimpl::initializeSettingsWidget()
   connect(preset, &QPushButton::clicked, this,
           [this]()
           {
-            m_ColorPresetsDialog->show();
-            m_ColorPresetsDialog->raise();
+            colorPresetsDialog()->show();
+            colorPresetsDialog()->raise();
           });
   row->addStretch(1);
   coloring->addLayout(row);
