@@ -235,6 +235,11 @@ int ViewerApplication::run(int argc, char** argv)
                                              QStringLiteral("Three-component array that turns the glyphs."),
                                              QStringLiteral("array"));
   parser.addOption(glyphOrientOption);
+  const QCommandLineOption opacityCurveOption(
+      QStringLiteral("opacity-curve"),
+      QStringLiteral("Opacity curve of the volume views' array: VALUE:OPACITY[,VALUE:OPACITY...]."),
+      QStringLiteral("nodes"));
+  parser.addOption(opacityCurveOption);
   const QCommandLineOption spreadsheetOption(
       QStringLiteral("spreadsheet"),
       QStringLiteral("Open a spreadsheet of the arrays at these data paths of the .kestrix file."),
@@ -273,7 +278,9 @@ int ViewerApplication::run(int argc, char** argv)
        !choice.setSliceNumber(parser.value(sliceNumberOption), &choiceError)) ||
       (parser.isSet(glyphOption) && !choice.setGlyph(parser.value(glyphOption), &choiceError)) ||
       (parser.isSet(glyphOrientOption) &&
-       !choice.setGlyphOrientation(parser.value(glyphOrientOption), &choiceError)))
+       !choice.setGlyphOrientation(parser.value(glyphOrientOption), &choiceError)) ||
+      (parser.isSet(opacityCurveOption) &&
+       !choice.setOpacityCurve(parser.value(opacityCurveOption), &choiceError)))
   {
     err << "kestrix-viewer: " << choiceError << '\n';
     return 2;

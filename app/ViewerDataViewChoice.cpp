@@ -1,5 +1,7 @@
 #include "app/ViewerDataViewChoice.h"
 
+#include <algorithm>
+#include <cmath>
 #include <type_traits>
 
 #include "data_bridge/CVVtkBridge.h"
@@ -205,6 +207,47 @@ bool ViewerDataViewChoice::setGlyphOrientation(const QString& arrayName, QString
   return true;
 }
 
+bool ViewerDataViewChoice::setOpacityCurve(const QString& text, QString* error)
+{
+  const QString usage =
+      QStringLiteral("--opacity-curve takes VALUE:OPACITY pairs separated by commas, values "
+                     "in data units and opacities from 0 to 1, at least two at different "
+                     "values, for example 0:0,40:0.1,100:1");
+  std::vector<std::array<double, 2>> nodes;
+  for (const QString& pair : text.split(QLatin1Char(',')))
+  {
+    const QStringList parts = pair.trimmed().split(QLatin1Char(':'));
+    bool valueOk = false;
+    bool opacityOk = false;
+    const double value = parts.size() == 2 ? parts[0].toDouble(&valueOk) : 0.0;
+    const double opacity = parts.size() == 2 ? parts[1].toDouble(&opacityOk) : 0.0;
+    if (!valueOk || !opacityOk || !std::isfinite(value) || !(opacity >= 0.0 && opacity <= 1.0))
+    {
+      *error = usage + QStringLiteral("; got '%1'").arg(pair);
+      return false;
+    }
+    nodes.push_back({value, opacity});
+  }
+  std::sort(nodes.begin(), nodes.end());
+  const bool repeated =
+      std::adjacent_find(nodes.begin(), nodes.end(),
+                         [](const auto& a, const auto& b) { return a[0] == b[0]; }) != nodes.end();
+  if (nodes.size() < 2 || repeated)
+  {
+    *error = usage + QStringLiteral("; got '%1'").arg(text);
+    return false;
+  }
+  if (m_Type != VXRepresentation::None && m_Type != VXRepresentation::Volume)
+  {
+    *error =
+        QStringLiteral("--opacity-curve shapes volume views: use it with --view volume or without --view");
+    return false;
+  }
+  m_Type = VXRepresentation::Volume;
+  m_OpacityCurve = nodes;
+  return true;
+}
+
 bool ViewerDataViewChoice::setColorBy(const QString& text, QString* error)
 {
   m_SolidColour = text.compare(QStringLiteral("none"), Qt::CaseInsensitive) == 0;
@@ -351,6 +394,7 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
   }
   if (m_Array.isEmpty() && !m_Preset)
   {
+    applyOpacityCurve(bridge, view);
     return true;
   }
   bool found = m_Array.isEmpty();
@@ -415,6 +459,7 @@ bool ViewerDataViewChoice::applyTo(const VXBridgeObject& bridge, VXAbstractViewW
       }
     }
   }
+  applyOpacityCurve(bridge, view);
   if (!found)
   {
     known.removeDuplicates();
@@ -470,6 +515,24 @@ void ViewerDataViewChoice::colourByDefaultArrays(const VXBridgeObject& bridge, V
         {
           points->setScalarMapping(k_DirectColours);
         }
+      }
+    }
+  }
+}
+
+void ViewerDataViewChoice::applyOpacityCurve(const VXBridgeObject& bridge, VXAbstractViewWidget* view) const
+{
+  if (m_OpacityCurve.empty())
+  {
+    return;
+  }
+  for (VXDataSource* dataSource : bridge.dataSources())
+  {
+    for (VXRepresentation* representation : dataSource->findChildren<VXRepresentation*>())
+    {
+      if (auto* volume = dynamic_cast<VXVolumeRepPimpl*>(representation->implementation(view)))
+      {
+        volume->setOpacityCurve(m_OpacityCurve);
       }
     }
   }

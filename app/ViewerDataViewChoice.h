@@ -5,7 +5,9 @@
 
 #include <QString>
 
+#include <array>
 #include <optional>
+#include <vector>
 
 class VXAbstractViewWidget;
 class VXBridgeObject;
@@ -35,6 +37,11 @@ public:
   /** @brief The three-component array that turns the glyphs (--glyph-orient ARRAY); asks for the glyph view.
    */
   bool setGlyphOrientation(const QString& arrayName, QString* error);
+  /**
+   * @brief The opacity curve of the volume views' active array (--opacity-curve V:A[,V:A...], values in
+   * data units, opacities in 0..1, at least two nodes at distinct values); asks for the volume view.
+   */
+  bool setOpacityCurve(const QString& text, QString* error);
   /** @brief The kind of view asked for; None when --view was not given. */
   int viewType() const { return m_Type; }
 
@@ -54,6 +61,8 @@ private:
   bool applyGlyphs(const VXBridgeObject& bridge, VXAbstractViewWidget* view, QString* error) const;
   // Without --color-by, each data view that shows a solid colour takes its data's first array.
   static void colourByDefaultArrays(const VXBridgeObject& bridge, VXAbstractViewWidget* view);
+  // Gives the volume views' active arrays the --opacity-curve nodes (after --color-by chose the array).
+  void applyOpacityCurve(const VXBridgeObject& bridge, VXAbstractViewWidget* view) const;
   static void setDefaultViews(VXRepresentation::Type faces, VXRepresentation::Type vertices,
                               VXRepresentation::Type edges);
 
@@ -67,4 +76,5 @@ private:
   std::optional<int> m_SliceAxis; // 0 x, 1 y, 2 z
   QString m_GlyphType;
   QString m_GlyphOrientation;
+  std::vector<std::array<double, 2>> m_OpacityCurve;
 };

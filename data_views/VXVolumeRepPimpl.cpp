@@ -1,5 +1,7 @@
 #include "data_views/VXVolumeRepPimpl.h"
 
+#include "colour/TomvizHistogram.h"
+#include "colour/VXColorMapEditorWidget.h"
 #include "colour/VXCustomRangeDialog.h"
 #include "colour/VXLookupTable.h"
 #include "data_views/VXRepresentation.h"
@@ -34,6 +36,7 @@
 #include <vtkScalarBarRepresentation.h>
 #include <vtkScalarBarWidget.h>
 #include <vtkSmartVolumeMapper.h>
+#include <vtkTable.h>
 #include <vtkTextProperty.h>
 #include <vtkVolume.h>
 #include <vtkVolumeProperty.h>
@@ -117,11 +120,21 @@ VXVolumeRepPimpl::VXVolumeRepPimpl(VXRepresentation* owner, VXAbstractViewWidget
           qOverload<double, double>(&VXVolumeRepPimpl::rescaleToCustomRange));
   connect(m_CustomRangeDialog.data(), &VXCustomRangeDialog::needsRangeReset, this,
           &VXVolumeRepPimpl::rescaleToDataRange);
-  m_ColorPresetsDialog = new ColorPresetsDialog();
-  connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::applyPreset, this,
-          [this](const ColorPreset& preset, const QPixmap&) { loadPresetColors(preset); });
-  connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::restoreDefaultPreset, this,
-          &VXVolumeRepPimpl::restoreDefaultPresetColors);
+}
+
+ColorPresetsDialog* VXVolumeRepPimpl::colorPresetsDialog()
+{
+  // Made when first asked for: it reads and draws every preset, which a view that is only drawn
+  // does not need.
+  if (!m_ColorPresetsDialog)
+  {
+    m_ColorPresetsDialog = new ColorPresetsDialog();
+    connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::applyPreset, this,
+            [this](const ColorPreset& preset, const QPixmap&) { loadPresetColors(preset); });
+    connect(m_ColorPresetsDialog.data(), &ColorPresetsDialog::restoreDefaultPreset, this,
+            &VXVolumeRepPimpl::restoreDefaultPresetColors);
+  }
+  return m_ColorPresetsDialog;
 }
 
 VXVolumeRepPimpl::~VXVolumeRepPimpl()
@@ -189,6 +202,77 @@ vtkSmartVolumeMapper* VXVolumeRepPimpl::volumeMapper() const
 VXCustomRangeDialog* VXVolumeRepPimpl::customRangeDialog() const
 {
   return m_CustomRangeDialog;
+}
+
+VXColorMapEditorWidget* VXVolumeRepPimpl::colorMapEditor() const
+{
+  return m_ColorMapEditor;
+}
+
+vtkTable* VXVolumeRepPimpl::histogramTable() const
+{
+  return m_HistogramTable;
+}
+
+void VXVolumeRepPimpl::generateHistogramData()
+{
+  // Binning a large volume takes a while: it is done for the editor alone, once per array shown.
+  if (!m_ColorMapEditor)
+  {
+    return;
+  }
+  vtkImageData* image = inputImage();
+  if (image == nullptr || arrayOf(m_ActiveArray) == nullptr)
+  {
+    m_HistogramKey.clear();
+    m_ColorMapEditor->updateHistogramOnly(nullptr, "image_pops");
+    return;
+  }
+  const QString key = QStringLiteral("%1\n%2\n%3")
+                          .arg(m_ActiveArray)
+                          .arg(m_ActiveComponent)
+                          .arg(static_cast<qulonglong>(arrayOf(m_ActiveArray)->GetMTime()));
+  if (key != m_HistogramKey || m_HistogramTable == nullptr)
+  {
+    m_HistogramTable = vtkSmartPointer<vtkTable>::New();
+    tomviz::PopulateHistogram(image, m_ActiveArray.toStdString(), "image_pops", m_HistogramTable,
+                              m_ActiveComponent);
+    m_HistogramKey = key;
+  }
+  m_ColorMapEditor->updateHistogramOnly(m_HistogramTable, "image_pops");
+}
+
+void VXVolumeRepPimpl::updateColorMapEditor()
+{
+  if (!m_ColorMapEditor)
+  {
+    return;
+  }
+  VXLookupTable* table = lookupTable();
+  m_ColorMapEditor->setFunctions(table != nullptr ? table->getColorTransferFunction() : nullptr,
+                                 arrayOf(m_ActiveArray) != nullptr ? opacityFunctionOf(m_ActiveArray)
+                                                                   : nullptr);
+}
+
+bool VXVolumeRepPimpl::setOpacityCurve(const std::vector<std::array<double, 2>>& nodes)
+{
+  if (m_ActiveArray.isEmpty() || arrayOf(m_ActiveArray) == nullptr || nodes.empty())
+  {
+    return false;
+  }
+  if (opacityFunctionOf(m_ActiveArray) == nullptr)
+  {
+    initializeScalarOpacityFunction(m_ActiveArray);
+  }
+  vtkPiecewiseFunction* function = opacityFunctionOf(m_ActiveArray);
+  function->RemoveAllPoints();
+  for (const auto& node : nodes)
+  {
+    function->AddPoint(node[0], node[1]);
+  }
+  updateActiveComponent();
+  requestRender();
+  return true;
 }
 
 vtkVolume* VXVolumeRepPimpl::volume() const
@@ -585,6 +669,8 @@ void VXVolumeRepPimpl::updateActiveComponent()
     m_CustomRangeDialog->setRange({known->second.min, known->second.max});
   }
   updateColorLegend(title);
+  updateColorMapEditor();
+  generateHistogramData();
 }
 
 void VXVolumeRepPimpl::updateColorLegend(const QString& title)
@@ -726,6 +812,7 @@ void VXVolumeRepPimpl::restoreDefaultPresetColors()
     }
     table->setRange(range[0], range[1]);
   }
+  updateColorMapEditor();
   requestRender();
 }
 
@@ -737,6 +824,7 @@ void VXVolumeRepPimpl::setColorMapInverted(bool inverted)
   {
     table->invert();
   }
+  updateColorMapEditor();
   requestRender();
 }
 
@@ -801,6 +889,7 @@ void VXVolumeRepPimpl::receivePipelineOutputReloaded()
     return;
   }
   updateResampling();
+  m_HistogramKey.clear();
   // The data range follows the new data unless a custom range is kept.
   if (!m_UsingCustomRange && arrayOf(m_ActiveArray) != nullptr && colorMapOf(m_ActiveArray) != nullptr)
   {

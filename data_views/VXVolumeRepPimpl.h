@@ -11,9 +11,11 @@
 
 #include <array>
 #include <map>
+#include <vector>
 
 class ColorPresetsDialog;
 class QLabel;
+class VXColorMapEditorWidget;
 class VXCustomRangeDialog;
 class VXLookupTable;
 class ZRComboBox;
@@ -26,6 +28,7 @@ class vtkOutlineFilter;
 class vtkPiecewiseFunction;
 class vtkPolyDataMapper;
 class vtkScalarBarWidget;
+class vtkTable;
 class vtkSmartVolumeMapper;
 class vtkVolume;
 class vtkVolumeProperty;
@@ -71,6 +74,8 @@ public:
   void copySettings(const VXRepresentationPimpl* other) override;
   void initializeSettingsWidget() override;
   void updateSettingsControls() override;
+  /** @brief Bins the active array for the transfer function editor; only while the panel shows one. */
+  void generateHistogramData() override;
   QString helpAnchor() const override { return QStringLiteral("#volume-representation"); }
   using VXRepresentationPimpl::copySettings;
 
@@ -116,6 +121,17 @@ public:
   void setScalarBarVisibility(bool visible);
   bool isScalarBarVisible() const { return m_ScalarBarVisible; }
   VXCustomRangeDialog* customRangeDialog() const;
+  /** @brief The preset chooser of the panel, made on first use. */
+  ColorPresetsDialog* colorPresetsDialog();
+  /** @brief The transfer function editor of the panel; null until the panel is built. */
+  VXColorMapEditorWidget* colorMapEditor() const;
+  /** @brief The histogram last given to the editor, with its column "image_pops"; null before. */
+  vtkTable* histogramTable() const;
+  /**
+   * @brief Replaces the opacity curve of the active array with nodes of (value, opacity), in data
+   * units. False, with nothing changed, without an active array.
+   */
+  bool setOpacityCurve(const std::vector<std::array<double, 2>>& nodes);
 
   /** @brief The volume takes no colours from its data source; asking is reported as an error. */
   void connectParentDataSourceColorSettings();
@@ -132,6 +148,8 @@ private:
   // Points the property and mapper at the active array's functions, component and range.
   void updateActiveComponent();
   void updateColorLegend(const QString& title);
+  // Shows the active array's colour map and opacity function in the editor, if there is one.
+  void updateColorMapEditor();
   void sendOutputMessage(const QString& message) const;
   bool isInRenderer() const;
 
@@ -162,7 +180,11 @@ private:
   bool m_OversizeReported = false;
   QString m_ResampleNote;
 
+  vtkSmartPointer<vtkTable> m_HistogramTable;
+  QString m_HistogramKey; // the array, component and data the table was binned from
+
   QPointer<VXCustomRangeDialog> m_CustomRangeDialog;
+  QPointer<VXColorMapEditorWidget> m_ColorMapEditor;
   QPointer<ColorPresetsDialog> m_ColorPresetsDialog;
   QPointer<ZRComboBox> m_ArrayComboBox;
   QPointer<ZRComboBox> m_ComponentComboBox;

@@ -1,4 +1,5 @@
 // The settings panel of the volume view.
+#include "colour/VXColorMapEditorWidget.h"
 #include "colour/VXCustomRangeDialog.h"
 #include "colour/VXLookupTable.h"
 #include "data_views/VXVolumeRepPimpl.h"
@@ -78,6 +79,12 @@ void VXVolumeRepPimpl::initializeSettingsWidget()
   connect(m_ComponentComboBox.data(), qOverload<int>(&QComboBox::currentIndexChanged), this,
           [this](int index) { setActiveComponent(index - 1); });
 
+  // The transfer function of the active array, over its histogram; edits redraw the window at once.
+  m_ColorMapEditor = new VXColorMapEditorWidget(section);
+  coloring->addWidget(m_ColorMapEditor);
+  connect(m_ColorMapEditor.data(), &VXColorMapEditorWidget::opacityFunctionEdited, this,
+          [this]() { requestRender(); });
+
   auto* row = new QHBoxLayout();
   row->setContentsMargins(2, 2, 2, 2);
   row->setSpacing(2);
@@ -102,8 +109,8 @@ void VXVolumeRepPimpl::initializeSettingsWidget()
   connect(preset, &QPushButton::clicked, this,
           [this]()
           {
-            m_ColorPresetsDialog->show();
-            m_ColorPresetsDialog->raise();
+            colorPresetsDialog()->show();
+            colorPresetsDialog()->raise();
           });
   row->addStretch(1);
   coloring->addLayout(row);
@@ -169,4 +176,6 @@ void VXVolumeRepPimpl::updateSettingsControls()
     const QSignalBlocker blocker(m_ScalarBarCheckBox);
     m_ScalarBarCheckBox->setChecked(m_ScalarBarVisible);
   }
+  updateColorMapEditor();
+  generateHistogramData();
 }

@@ -8,7 +8,15 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <vtkFloatArray.h>
+#include <vtkImageData.h>
+#include <vtkNew.h>
+#include <vtkPointData.h>
+#include <vtkXMLImageDataWriter.h>
+
 #include <gtest/gtest.h>
+
+#include <cmath>
 
 namespace
 {
@@ -193,6 +201,91 @@ TEST(ViewerScreenshot, VolumeAndGlyphViewsFromTheCommandLine)
   EXPECT_EQ(glyphOfSurface.exitCode, 2);
   EXPECT_TRUE(glyphOfSurface.errors.contains(QStringLiteral("--glyph draws glyph views")))
       << glyphOfSurface.errors.toStdString();
+}
+
+namespace
+{
+// A 32^3 image whose "Distance" from the centre runs from 0 to about 27.
+QString WriteDistanceVolume(const QString& path)
+{
+  constexpr int k_Side = 32;
+  vtkNew<vtkImageData> image;
+  image->SetDimensions(k_Side, k_Side, k_Side);
+  vtkNew<vtkFloatArray> distance;
+  distance->SetName("Distance");
+  const double centre = (k_Side - 1) / 2.0;
+  for (int z = 0; z < k_Side; ++z)
+  {
+    for (int y = 0; y < k_Side; ++y)
+    {
+      for (int x = 0; x < k_Side; ++x)
+      {
+        const double dx = x - centre;
+        const double dy = y - centre;
+        const double dz = z - centre;
+        distance->InsertNextValue(static_cast<float>(std::sqrt(dx * dx + dy * dy + dz * dz)));
+      }
+    }
+  }
+  image->GetPointData()->AddArray(distance);
+  vtkNew<vtkXMLImageDataWriter> writer;
+  writer->SetInputData(image);
+  writer->SetFileName(path.toLocal8Bit().constData());
+  writer->Write();
+  return path;
+}
+} // namespace
+
+TEST(ViewerScreenshot, OpacityCurveOfTheVolumeFromTheCommandLine)
+{
+  QTemporaryDir dir;
+  const QString volume = WriteDistanceVolume(dir.filePath(QStringLiteral("distance.vti")));
+  const QString ramp = dir.filePath(QStringLiteral("ramp.png"));
+  const QString shell = dir.filePath(QStringLiteral("shell.png"));
+  const ViewerRun plain =
+      runViewer({volume, QStringLiteral("--view"), QStringLiteral("volume"), QStringLiteral("--screenshot"),
+                 ramp, QStringLiteral("--size"), QStringLiteral("400x300")});
+  ASSERT_EQ(plain.exitCode, 0) << plain.errors.toStdString();
+  // Only a shell at distance 8 to 11 is opaque: a ball instead of a cube with bright corners.
+  const ViewerRun curved =
+      runViewer({volume, QStringLiteral("--opacity-curve"), QStringLiteral("0:0,7:0,9:0.9,11:0.9,12:0,28:0"),
+                 QStringLiteral("--screenshot"), shell, QStringLiteral("--size"), QStringLiteral("400x300")});
+  ASSERT_EQ(curved.exitCode, 0) << curved.errors.toStdString();
+  EXPECT_TRUE(matchesBaseline(QImage(shell), QStringLiteral("distance_volume_shell_400x300")));
+  // The curve changes the picture: many pixels differ from the default ramp's.
+  const QImage shellImage = QImage(shell).convertToFormat(QImage::Format_RGB32);
+  const QImage rampImage = QImage(ramp).convertToFormat(QImage::Format_RGB32);
+  ASSERT_EQ(shellImage.size(), rampImage.size());
+  int changed = 0;
+  for (int y = 0; y < shellImage.height(); ++y)
+  {
+    for (int x = 0; x < shellImage.width(); ++x)
+    {
+      const QRgb p = shellImage.pixel(x, y);
+      const QRgb q = rampImage.pixel(x, y);
+      changed +=
+          std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q)) > 60;
+    }
+  }
+  EXPECT_GT(changed, 3000);
+
+  // Malformed curves are refused before anything is drawn.
+  const QString bad = dir.filePath(QStringLiteral("bad.png"));
+  for (const char* curve : {"5:0.5", "0:0,abc", "0:0,10:1.5", "0:0,0:1", "0;0,10;1", ""})
+  {
+    const ViewerRun refused = runViewer({volume, QStringLiteral("--opacity-curve"),
+                                         QString::fromLatin1(curve), QStringLiteral("--screenshot"), bad});
+    EXPECT_EQ(refused.exitCode, 2) << curve;
+    EXPECT_TRUE(refused.errors.contains(QStringLiteral("--opacity-curve takes VALUE:OPACITY pairs")))
+        << curve << ": " << refused.errors.toStdString();
+  }
+  EXPECT_FALSE(QFileInfo::exists(bad));
+  const ViewerRun otherView = runViewer({volume, QStringLiteral("--view"), QStringLiteral("surface"),
+                                         QStringLiteral("--opacity-curve"), QStringLiteral("0:0,28:1"),
+                                         QStringLiteral("--screenshot"), bad});
+  EXPECT_EQ(otherView.exitCode, 2);
+  EXPECT_TRUE(otherView.errors.contains(QStringLiteral("--opacity-curve shapes volume views")))
+      << otherView.errors.toStdString();
 }
 
 TEST(ViewerScreenshot, GlyphOrientationArrayFromTheCommandLine)

@@ -1,6 +1,7 @@
 // The volume view in a real render window: per-array colour and opacity maps, an image too large
 // for the display's 3D textures, its state record and its messages.
 #include "data_views/VXVolumeRep.h"
+#include "colour/VXColorMapEditorWidget.h"
 #include "colour/VXCustomRangeDialog.h"
 #include "colour/VXLookupTable.h"
 #include "common/ZRImageBaseline.h"
@@ -8,6 +9,7 @@
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
+#include "platform/ColorPresetsFile.h"
 #include "views/VXAbstractViewWidget.h"
 #include "views/VXViewGridWidget.h"
 #include "views/VXVisualizationWidget.h"
@@ -22,11 +24,13 @@
 #include <vtkPointData.h>
 #include <vtkRenderer.h>
 #include <vtkSmartVolumeMapper.h>
+#include <vtkTable.h>
 #include <vtkVolume.h>
 #include <vtkVolumeProperty.h>
 #include <vtkXMLImageDataWriter.h>
 
 #include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
@@ -35,6 +39,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace
@@ -129,6 +134,21 @@ protected:
     m_Grid.activeView()->getVisualizationWidget()->resetCamera();
     DataViewTestData::Settle();
     return dynamic_cast<VXVolumeRepPimpl*>(m_Volume->implementation(m_Grid.activeView()));
+  }
+
+  // Builds the panel, shows it, and gives its transfer function editor.
+  VXColorMapEditorWidget* showEditor(VXVolumeRepPimpl* view)
+  {
+    m_Volume->settingsWidget();
+    QWidget* panel = view->settingsWidget();
+    if (panel == nullptr)
+    {
+      return nullptr;
+    }
+    panel->resize(360, 700);
+    panel->show();
+    DataViewTestData::Settle();
+    return panel->findChild<VXColorMapEditorWidget*>();
   }
 
   QImage frame()
@@ -356,4 +376,180 @@ TEST_F(VolumeViewTest, ANonImageInputLeavesTheViewEmpty)
   EXPECT_EQ(view->inputImage(), nullptr);
   EXPECT_FALSE(m_Grid.activeView()->getVisualizationWidget()->getRenderer()->HasViewProp(view->volume()));
   EXPECT_TRUE(view->arrayNames().isEmpty());
+}
+
+namespace
+{
+QPoint EditorPixel(const VXColorMapEditorWidget* editor, double value, double opacity)
+{
+  return editor->geometry().toPixel(value, opacity).toPoint();
+}
+
+void Drag(VXColorMapEditorWidget* editor, const QPoint& from, const QPoint& to)
+{
+  QTest::mousePress(editor, Qt::LeftButton, Qt::NoModifier, from);
+  QMouseEvent move(QEvent::MouseMove, to, Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(editor, &move);
+  QTest::mouseRelease(editor, Qt::LeftButton, Qt::NoModifier, to);
+}
+
+// Pixels of which some channel differs by more than a renderer's noise.
+int ChangedPixels(const QImage& a, const QImage& b)
+{
+  const QImage first = a.convertToFormat(QImage::Format_RGB32);
+  const QImage second = b.convertToFormat(QImage::Format_RGB32);
+  if (first.size() != second.size())
+  {
+    return first.width() * first.height();
+  }
+  int changed = 0;
+  for (int y = 0; y < first.height(); ++y)
+  {
+    for (int x = 0; x < first.width(); ++x)
+    {
+      const QRgb p = first.pixel(x, y);
+      const QRgb q = second.pixel(x, y);
+      const int difference = std::max(
+          {std::abs(qRed(p) - qRed(q)), std::abs(qGreen(p) - qGreen(q)), std::abs(qBlue(p) - qBlue(q))});
+      changed += difference > 24 ? 1 : 0;
+    }
+  }
+  return changed;
+}
+
+double Total(const std::vector<double>& counts)
+{
+  double total = 0.0;
+  for (double count : counts)
+  {
+    total += count;
+  }
+  return total;
+}
+} // namespace
+
+TEST_F(VolumeViewTest, ThePanelEditsTheActiveArraysCurveOverItsHistogramAndRedraws)
+{
+  VXVolumeRepPimpl* view = addVolume(WriteImage(m_Dir.filePath("field.vti")));
+  ASSERT_NE(view, nullptr);
+  // Before the panel exists nothing is binned.
+  EXPECT_EQ(view->histogramTable(), nullptr);
+  VXColorMapEditorWidget* editor = showEditor(view);
+  ASSERT_NE(editor, nullptr);
+  EXPECT_EQ(view->colorMapEditor(), editor);
+  vtkPiecewiseFunction* distance = view->opacityFunctionOf(QStringLiteral("Distance"));
+  EXPECT_EQ(editor->opacityFunction(), distance);
+  EXPECT_EQ(editor->colorFunction(), view->lookupTable()->getColorTransferFunction());
+  // The histogram of the array: 200 bins holding every point.
+  ASSERT_NE(view->histogramTable(), nullptr);
+  EXPECT_NE(view->histogramTable()->GetColumnByName("image_pops"), nullptr);
+  ASSERT_EQ(editor->histogramCounts().size(), 200u);
+  EXPECT_EQ(Total(editor->histogramCounts()), double(k_Size * k_Size * k_Size));
+  const std::vector<double> distanceCounts = editor->histogramCounts();
+
+  // Dragging the opaque end down to transparent changes the function and the picture.
+  const QImage before = frame();
+  double range[2];
+  distance->GetRange(range);
+  Drag(editor, EditorPixel(editor, range[1], 1.0), EditorPixel(editor, range[1], 0.05));
+  const auto edited = Nodes(distance);
+  ASSERT_EQ(edited.size(), 2u);
+  EXPECT_NEAR(edited[1][1], 0.05, 0.02);
+  EXPECT_EQ(view->volume()->GetProperty()->GetScalarOpacity(0), distance);
+  EXPECT_GT(ChangedPixels(frame(), before), 2000);
+  // A click adds a node in the middle.
+  QTest::mouseClick(editor, Qt::LeftButton, Qt::NoModifier,
+                    EditorPixel(editor, (range[0] + range[1]) / 2, 0.6));
+  const auto withMiddle = Nodes(distance);
+  ASSERT_EQ(withMiddle.size(), 3u);
+
+  // Another array: its own curve and histogram in the editor, edited apart.
+  view->setActiveArray(QStringLiteral("Ramp"));
+  vtkPiecewiseFunction* ramp = view->opacityFunctionOf(QStringLiteral("Ramp"));
+  EXPECT_EQ(editor->opacityFunction(), ramp);
+  EXPECT_EQ(editor->geometry().range(), (std::array<double, 2>{100.0, 123.0}));
+  EXPECT_NE(editor->histogramCounts(), distanceCounts);
+  EXPECT_EQ(Total(editor->histogramCounts()), double(k_Size * k_Size * k_Size));
+  QTest::mouseClick(editor, Qt::LeftButton, Qt::NoModifier, EditorPixel(editor, 110.0, 0.1));
+  EXPECT_EQ(ramp->GetSize(), 3);
+  EXPECT_EQ(Nodes(distance), withMiddle);
+
+  // Back to the first array: the same curve as it was left, in the editor too.
+  view->setActiveArray(QStringLiteral("Distance"));
+  EXPECT_EQ(editor->opacityFunction(), distance);
+  EXPECT_EQ(Nodes(view->opacityFunctionOf(QStringLiteral("Distance"))), withMiddle);
+  EXPECT_EQ(editor->histogramCounts(), distanceCounts);
+  // A right-click removes the middle node again; the ends stay.
+  QTest::mouseClick(editor, Qt::RightButton, Qt::NoModifier,
+                    EditorPixel(editor, withMiddle[1][0], withMiddle[1][1]));
+  EXPECT_EQ(Nodes(distance).size(), 2u);
+  QTest::mouseClick(editor, Qt::RightButton, Qt::NoModifier, EditorPixel(editor, range[0], 0.0));
+  EXPECT_EQ(Nodes(distance).size(), 2u);
+}
+
+TEST_F(VolumeViewTest, TheEditorFollowsResetScaleToDataPresetsAndTheCustomRange)
+{
+  VXVolumeRepPimpl* view = addVolume(WriteImage(m_Dir.filePath("field.vti")));
+  ASSERT_NE(view, nullptr);
+  view->setActiveArray(QStringLiteral("Ramp"));
+  VXColorMapEditorWidget* editor = showEditor(view);
+  ASSERT_NE(editor, nullptr);
+  QTest::mouseClick(editor, Qt::LeftButton, Qt::NoModifier, EditorPixel(editor, 111.5, 0.8));
+  ASSERT_EQ(view->opacityFunctionOf(QStringLiteral("Ramp"))->GetSize(), 3);
+
+  // A custom range moves the nodes, and the editor spans it.
+  view->customRangeDialog()->setRange({0.0, 46.0});
+  Q_EMIT view->customRangeDialog()->rescale(0.0, 46.0);
+  EXPECT_EQ(editor->geometry().range(), (std::array<double, 2>{0.0, 46.0}));
+  EXPECT_EQ(Nodes(editor->opacityFunction()).front()[0], 0.0);
+
+  // Scale to Data brings the editor back to the data range, the edited node moved along.
+  auto* scale = view->settingsWidget()->findChild<QPushButton*>(QStringLiteral("scaleToDataBtn"));
+  ASSERT_NE(scale, nullptr);
+  scale->click();
+  EXPECT_EQ(editor->geometry().range(), (std::array<double, 2>{100.0, 123.0}));
+  const auto scaled = Nodes(editor->opacityFunction());
+  ASSERT_EQ(scaled.size(), 3u);
+  EXPECT_NEAR(scaled[1][0], 111.5, 0.1);
+
+  // A preset or an inversion changes the gradient the editor shows, not the curve.
+  double before[3];
+  editor->colorFunction()->GetColor(100.0, before);
+  const auto presets = ColorPresetsFile::BuiltInPresets();
+  const auto viridis = std::find_if(presets.begin(), presets.end(),
+                                    [](const auto& preset) { return preset.m_Name == "Viridis"; });
+  ASSERT_NE(viridis, presets.end());
+  view->loadPresetColors(*viridis);
+  EXPECT_EQ(editor->colorFunction(), view->lookupTable()->getColorTransferFunction());
+  double preset[3];
+  editor->colorFunction()->GetColor(100.0, preset);
+  EXPECT_NE(std::vector<double>(preset, preset + 3), std::vector<double>(before, before + 3));
+  view->setColorMapInverted(true);
+  double inverted[3];
+  editor->colorFunction()->GetColor(100.0, inverted);
+  EXPECT_NE(std::vector<double>(inverted, inverted + 3), std::vector<double>(preset, preset + 3));
+  EXPECT_EQ(editor->opacityFunction()->GetSize(), 3);
+
+  // Reset starts the array afresh: the editor shows the two-node ramp over the data range.
+  auto* reset = view->settingsWidget()->findChild<QPushButton*>(QStringLiteral("resetButton"));
+  ASSERT_NE(reset, nullptr);
+  reset->click();
+  EXPECT_EQ(editor->opacityFunction(), view->opacityFunctionOf(QStringLiteral("Ramp")));
+  EXPECT_EQ(Nodes(editor->opacityFunction()),
+            (std::vector<std::array<double, 2>>{{100.0, 0.0}, {123.0, 1.0}}));
+  EXPECT_EQ(editor->geometry().range(), (std::array<double, 2>{100.0, 123.0}));
+}
+
+TEST_F(VolumeViewTest, AnOpacityCurveGivenInDataUnitsReplacesTheActiveArraysCurve)
+{
+  VXVolumeRepPimpl* view = addVolume(WriteImage(m_Dir.filePath("field.vti")));
+  ASSERT_NE(view, nullptr);
+  view->setActiveArray(QStringLiteral("Ramp"));
+  ASSERT_TRUE(view->setOpacityCurve({{100.0, 0.0}, {110.0, 0.9}, {123.0, 0.1}}));
+  EXPECT_EQ(Nodes(view->opacityFunctionOf(QStringLiteral("Ramp"))),
+            (std::vector<std::array<double, 2>>{{100.0, 0.0}, {110.0, 0.9}, {123.0, 0.1}}));
+  EXPECT_EQ(view->volume()->GetProperty()->GetScalarOpacity(0),
+            view->opacityFunctionOf(QStringLiteral("Ramp")));
+  // The other array keeps its own.
+  EXPECT_EQ(Nodes(view->opacityFunctionOf(QStringLiteral("Distance"))).size(), 2u);
 }
