@@ -235,6 +235,11 @@ int ViewerApplication::run(int argc, char** argv)
                                              QStringLiteral("Three-component array that turns the glyphs."),
                                              QStringLiteral("array"));
   parser.addOption(glyphOrientOption);
+  const QCommandLineOption glyphScaleOption(
+      QStringLiteral("glyph-scale"),
+      QStringLiteral("Scale factor of the glyphs, in place of the one the point spacing gives."),
+      QStringLiteral("factor"));
+  parser.addOption(glyphScaleOption);
   const QCommandLineOption spreadsheetOption(
       QStringLiteral("spreadsheet"),
       QStringLiteral("Open a spreadsheet of the arrays at these data paths of the .kestrix file."),
@@ -273,7 +278,8 @@ int ViewerApplication::run(int argc, char** argv)
        !choice.setSliceNumber(parser.value(sliceNumberOption), &choiceError)) ||
       (parser.isSet(glyphOption) && !choice.setGlyph(parser.value(glyphOption), &choiceError)) ||
       (parser.isSet(glyphOrientOption) &&
-       !choice.setGlyphOrientation(parser.value(glyphOrientOption), &choiceError)))
+       !choice.setGlyphOrientation(parser.value(glyphOrientOption), &choiceError)) ||
+      (parser.isSet(glyphScaleOption) && !choice.setGlyphScale(parser.value(glyphScaleOption), &choiceError)))
   {
     err << "kestrix-viewer: " << choiceError << '\n';
     return 2;

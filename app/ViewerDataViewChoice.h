@@ -34,6 +34,9 @@ public:
   /** @brief The three-component array that turns the glyphs (--glyph-orient ARRAY); asks for the glyph view.
    */
   bool setGlyphOrientation(const QString& arrayName, QString* error);
+  /** @brief The glyphs' scale factor (--glyph-scale S, a positive number), kept in place of the one the
+   * data gives; asks for the glyph view. */
+  bool setGlyphScale(const QString& text, QString* error);
   /** @brief The kind of view asked for; None when --view was not given. */
   int viewType() const { return m_Type; }
 
@@ -62,4 +65,5 @@ private:
   std::optional<int> m_SliceAxis; // 0 x, 1 y, 2 z
   QString m_GlyphType;
   QString m_GlyphOrientation;
+  std::optional<double> m_GlyphScale;
 };
