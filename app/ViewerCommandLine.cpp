@@ -417,7 +417,9 @@ int ViewerCommandLine::list(const QStringList& files, const ViewerFilterSteps& s
         steps.sourcesWithThresholdArrays(bridge->dataSources(), &error, &note);
     if (!error.isEmpty())
     {
-      fail(file, error);
+      // The file was read: what failed is the filter chain asked for.
+      errorStream() << "kestrix-viewer: " << file << ": " << error << '\n';
+      errorStream().flush();
       ++failures;
       continue;
     }
@@ -431,7 +433,8 @@ int ViewerCommandLine::list(const QStringList& files, const ViewerFilterSteps& s
       const QList<VXFilter*> chain = steps.runWithoutView(source, &error);
       if (chain.isEmpty())
       {
-        fail(file, error);
+        errorStream() << "kestrix-viewer: " << file << ": " << error << '\n';
+        errorStream().flush();
         ++failures;
         continue;
       }

@@ -406,7 +406,8 @@ bool ViewerMainWindow::openFile(const QString& path)
   QString choiceError;
   // Filters first, so that the colouring and colour map reach the data views of their outputs too.
   QString filterNote;
-  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError, &filterNote))
+  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError, &filterNote,
+                             m_MainWidget->pipelineModel()))
   {
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
     return false;
