@@ -410,6 +410,11 @@ bool ViewerMainWindow::openFile(const QString& path)
                              m_MainWidget->pipelineModel()))
   {
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
+    // No chain was added: the file shows through its own data views, framed as any file opened.
+    if (VXAbstractViewWidget* active = grid()->activeView())
+    {
+      active->resetCamera();
+    }
     return false;
   }
   if (!filterNote.isEmpty())
