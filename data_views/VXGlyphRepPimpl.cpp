@@ -387,6 +387,7 @@ bool VXGlyphRepPimpl::setGlyphType(const QString& type)
   }
   m_GlyphType = type;
   m_GlyphMapper->SetSourceConnection(currentSource()->GetOutputPort());
+  updateScaleFactorFromData();
   requestRender();
   return true;
 }
@@ -506,11 +507,14 @@ void VXGlyphRepPimpl::updateScaleFactorFromData()
     carriers = m_MaskPoints->GetOutput()->GetNumberOfPoints();
   }
   const double spacing = NeighbourSpacing(dataSet, candidates, carriers);
+  // Arrows, spheres and cubes are one unit across; an ellipse twice its major radius.
+  const double radius = std::sqrt(vtkMath::Dot(m_EllipseRadius.data(), m_EllipseRadius.data()));
+  const double across = m_GlyphType == k_Ellipse && radius > 0.0 ? 2.0 * radius : 1.0;
   if (spacing <= 0.0)
   {
     return;
   }
-  m_ScaleFactor = spacing;
+  m_ScaleFactor = spacing / across;
   m_GlyphMapper->SetScaleFactor(m_ScaleFactor);
   updateScaleFactorControls();
 }
@@ -632,6 +636,7 @@ void VXGlyphRepPimpl::setEllipseSource(std::array<double, 3> center, std::array<
   m_EllipseRatio = std::clamp(ratio, 0.001, 1.0);
   m_EllipseResolution = std::clamp(resolution, 1, 1000);
   applyEllipse();
+  updateScaleFactorFromData();
   requestRender();
 }
 

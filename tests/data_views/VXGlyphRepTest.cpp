@@ -376,6 +376,13 @@ TEST_F(GlyphViewTest, DefaultScaleFollowsTheSpacingOfTheGlyphPoints)
   EXPECT_NEAR(view->scaleFactor(), 0.02, 1e-9);
   ASSERT_TRUE(view->setGlyphMode(QStringLiteral("All Points")));
   EXPECT_NEAR(view->scaleFactor(), 0.01, 1e-9);
+  // An ellipse is twice its major radius across.
+  ASSERT_TRUE(view->setGlyphType(QStringLiteral("Ellipse")));
+  EXPECT_NEAR(view->scaleFactor(), 0.005, 1e-9);
+  view->setEllipseSource({0.0, 0.0, 0.0}, {0.0, 0.0, 1.0}, {0.25, 0.0, 0.0}, 1.0, 100);
+  EXPECT_NEAR(view->scaleFactor(), 0.02, 1e-9);
+  ASSERT_TRUE(view->setGlyphType(QStringLiteral("Sphere")));
+  EXPECT_NEAR(view->scaleFactor(), 0.01, 1e-9);
 
   // A factor the user types is kept whatever the sampling, until the data is asked again.
   view->setScaleFactor(0.5);
