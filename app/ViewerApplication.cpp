@@ -240,6 +240,11 @@ int ViewerApplication::run(int argc, char** argv)
       QStringLiteral("Opacity curve of the volume views' array: VALUE:OPACITY[,VALUE:OPACITY...]."),
       QStringLiteral("nodes"));
   parser.addOption(opacityCurveOption);
+  const QCommandLineOption glyphScaleOption(
+      QStringLiteral("glyph-scale"),
+      QStringLiteral("Scale factor of the glyphs, in place of the one the point spacing gives."),
+      QStringLiteral("factor"));
+  parser.addOption(glyphScaleOption);
   const QCommandLineOption spreadsheetOption(
       QStringLiteral("spreadsheet"),
       QStringLiteral("Open a spreadsheet of the arrays at these data paths of the .kestrix file."),
@@ -280,7 +285,8 @@ int ViewerApplication::run(int argc, char** argv)
       (parser.isSet(glyphOrientOption) &&
        !choice.setGlyphOrientation(parser.value(glyphOrientOption), &choiceError)) ||
       (parser.isSet(opacityCurveOption) &&
-       !choice.setOpacityCurve(parser.value(opacityCurveOption), &choiceError)))
+       !choice.setOpacityCurve(parser.value(opacityCurveOption), &choiceError)) ||
+      (parser.isSet(glyphScaleOption) && !choice.setGlyphScale(parser.value(glyphScaleOption), &choiceError)))
   {
     err << "kestrix-viewer: " << choiceError << '\n';
     return 2;

@@ -223,6 +223,10 @@ QString ViewerCommandLine::usage()
       "                           least two (implies --view volume)\n"
       "                             kestrix-viewer grains.vti --color-by Confidence --opacity-curve "
       "0:0,0.4:0.05,1:0.8\n"
+      "  --glyph-scale S          scale factor of the glyphs (a positive number; implies --view glyph);\n"
+      "                           without it glyphs are sized by the spacing of the points that carry\n"
+      "                           them, so that neighbours about touch\n"
+      "                             kestrix-viewer grains.vti --glyph sphere --glyph-scale 0.5\n"
       "  --color-by ARRAY[:C]     colour by a point or cell array, named or by data path, and one\n"
       "                           component C (from 0) or Magnitude (the default); without it each\n"
       "                           view takes its data's scalars or first array, and none keeps a\n"
@@ -421,7 +425,9 @@ int ViewerCommandLine::list(const QStringList& files, const ViewerFilterSteps& s
         steps.sourcesWithThresholdArrays(bridge->dataSources(), &error, &note);
     if (!error.isEmpty())
     {
-      fail(file, error);
+      // The file was read: what failed is the filter chain asked for.
+      errorStream() << "kestrix-viewer: " << file << ": " << error << '\n';
+      errorStream().flush();
       ++failures;
       continue;
     }
@@ -435,7 +441,8 @@ int ViewerCommandLine::list(const QStringList& files, const ViewerFilterSteps& s
       const QList<VXFilter*> chain = steps.runWithoutView(source, &error);
       if (chain.isEmpty())
       {
-        fail(file, error);
+        errorStream() << "kestrix-viewer: " << file << ": " << error << '\n';
+        errorStream().flush();
         ++failures;
         continue;
       }

@@ -27,6 +27,8 @@
 #include <QMap>
 #include <QStringList>
 
+#include <cmath>
+
 namespace
 {
 const QMap<QString, VXRepresentation::Type> k_ViewNames = {
@@ -248,6 +250,25 @@ bool ViewerDataViewChoice::setOpacityCurve(const QString& text, QString* error)
   return true;
 }
 
+bool ViewerDataViewChoice::setGlyphScale(const QString& text, QString* error)
+{
+  bool isNumber = false;
+  const double scale = text.toDouble(&isNumber);
+  if (!isNumber || !std::isfinite(scale) || scale <= 0.0)
+  {
+    *error = QStringLiteral("--glyph-scale takes a positive number, for example 0.5, not '%1'").arg(text);
+    return false;
+  }
+  if (m_Type != VXRepresentation::None && m_Type != VXRepresentation::Glyph)
+  {
+    *error = QStringLiteral("--glyph-scale sizes glyph views: use it with --view glyph or without --view");
+    return false;
+  }
+  m_Type = VXRepresentation::Glyph;
+  m_GlyphScale = scale;
+  return true;
+}
+
 bool ViewerDataViewChoice::setColorBy(const QString& text, QString* error)
 {
   m_SolidColour = text.compare(QStringLiteral("none"), Qt::CaseInsensitive) == 0;
@@ -320,7 +341,7 @@ void ViewerDataViewChoice::applyDefaults() const
 bool ViewerDataViewChoice::applyGlyphs(const VXBridgeObject& bridge, VXAbstractViewWidget* view,
                                        QString* error) const
 {
-  if (m_GlyphType.isEmpty() && m_GlyphOrientation.isEmpty())
+  if (m_GlyphType.isEmpty() && m_GlyphOrientation.isEmpty() && !m_GlyphScale)
   {
     return true;
   }
@@ -338,6 +359,10 @@ bool ViewerDataViewChoice::applyGlyphs(const VXBridgeObject& bridge, VXAbstractV
       if (!m_GlyphType.isEmpty())
       {
         glyphs->setGlyphType(m_GlyphType);
+      }
+      if (m_GlyphScale)
+      {
+        glyphs->setScaleFactor(*m_GlyphScale);
       }
       if (m_GlyphOrientation.isEmpty())
       {

@@ -42,6 +42,9 @@ public:
    * data units, opacities in 0..1, at least two nodes at distinct values); asks for the volume view.
    */
   bool setOpacityCurve(const QString& text, QString* error);
+  /** @brief The glyphs' scale factor (--glyph-scale S, a positive number), kept in place of the one the
+   * data gives; asks for the glyph view. */
+  bool setGlyphScale(const QString& text, QString* error);
   /** @brief The kind of view asked for; None when --view was not given. */
   int viewType() const { return m_Type; }
 
@@ -77,4 +80,5 @@ private:
   QString m_GlyphType;
   QString m_GlyphOrientation;
   std::vector<std::array<double, 2>> m_OpacityCurve;
+  std::optional<double> m_GlyphScale;
 };

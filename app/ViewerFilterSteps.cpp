@@ -11,6 +11,7 @@
 #include "pipeline/VXBridgeObject.h"
 #include "pipeline/VXDataSource.h"
 #include "pipeline/VXPipeline.h"
+#include "pipeline/VXPipelineModel.h"
 
 #include <vtkCellData.h>
 #include <vtkDataArray.h>
@@ -61,6 +62,13 @@ bool hasArrayComponent(vtkDataSet* dataSet, const QString& name, int component)
     }
   }
   return false;
+}
+
+// The option that asks for a step of this kind.
+QString OptionOf(int kindIndex)
+{
+  static const QStringList options = {k_ClipPlane, k_ClipBox, k_Slice, k_Threshold, k_Resample, k_Decimate};
+  return options.value(kindIndex);
 }
 
 void appendArrayNames(vtkFieldData* fieldData, QStringList& names)
@@ -248,7 +256,17 @@ VXFilter* ViewerFilterSteps::makeFilter(const Step& step)
   return filter;
 }
 
-bool ViewerFilterSteps::configure(VXFilter* filter, const Step& step, const QString& sourceName,
+QString ViewerFilterSteps::inputName(size_t index, const QString& sourceName) const
+{
+  if (index == 0 || index > m_Steps.size())
+  {
+    return QStringLiteral("'%1'").arg(sourceName);
+  }
+  return QStringLiteral("the output of %1 under '%2'")
+      .arg(OptionOf(static_cast<int>(m_Steps[index - 1].kind)), sourceName);
+}
+
+bool ViewerFilterSteps::configure(VXFilter* filter, const Step& step, const QString& inputName,
                                   QString* error)
 {
   if (auto* clip = qobject_cast<VXFClip*>(filter))
@@ -315,7 +333,7 @@ bool ViewerFilterSteps::configure(VXFilter* filter, const Step& step, const QStr
     if (found == infos.size())
     {
       *error = QStringLiteral("--threshold: %1 has no array '%2' with component %3; arrays: %4")
-                   .arg(sourceName, step.array)
+                   .arg(inputName, step.array)
                    .arg(step.component)
                    .arg(names.isEmpty() ? QStringLiteral("none") : names.join(QStringLiteral(", ")));
       return false;
@@ -390,7 +408,7 @@ QList<VXDataSource*> ViewerFilterSteps::sourcesWithThresholdArrays(const QList<V
 }
 
 bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType,
-                                QString* error, QString* note) const
+                                QString* error, QString* note, VXPipelineModel* model) const
 {
   if (m_Steps.empty())
   {
@@ -402,26 +420,34 @@ bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& brid
   {
     return false;
   }
+  QStringList failures;
+  int chains = 0;
   for (VXDataSource* source : sources)
   {
     // Only the last output is shown.
+    QList<VXRepresentation*> hidden;
     for (QObject* child : source->children())
     {
-      if (auto* representation = qobject_cast<VXRepresentation*>(child))
+      auto* representation = qobject_cast<VXRepresentation*>(child);
+      if (representation != nullptr && representation->isVisible())
       {
         representation->setVisibility(false);
+        hidden.append(representation);
       }
     }
     VXCoreObject* parent = source;
-    for (size_t index = 0; index < m_Steps.size(); ++index)
+    VXFilter* first = nullptr;
+    QString stepError;
+    for (size_t index = 0; index < m_Steps.size() && stepError.isEmpty(); ++index)
     {
       VXFilter* filter = makeFilter(m_Steps[index]);
       if (!pipeline->addFilter(parent, filter))
       {
         delete filter;
-        *error = QStringLiteral("cannot add the filters: no render window is active");
-        return false;
+        stepError = QStringLiteral("cannot add the filters: no render window is active");
+        break;
       }
+      first = first != nullptr ? first : filter;
       // The type first: on a filter that adds no data view, setting it says that one was added already.
       if (viewType != VXRepresentation::None)
       {
@@ -429,13 +455,47 @@ bool ViewerFilterSteps::applyTo(VXPipeline* pipeline, const VXBridgeObject& brid
             static_cast<VXRepresentation::Type>(viewType)));
       }
       filter->setShouldAddRep(index + 1 == m_Steps.size());
-      if (!configure(filter, m_Steps[index], source->name(), error))
+      if (configure(filter, m_Steps[index], inputName(index, source->name()), &stepError))
       {
-        return false;
+        filter->applyFilter();
+        parent = filter;
       }
-      filter->applyFilter();
-      parent = filter;
     }
+    if (stepError.isEmpty())
+    {
+      ++chains;
+      continue;
+    }
+    // A chain that cannot be finished is not left half made: its filters leave the pipeline tree (and so
+    // any state saved after), and the data source shows as it did.
+    if (first != nullptr)
+    {
+      if (model != nullptr)
+      {
+        model->removeLeafItem(first);
+        // Deleted later: until then, nothing that walks the data source's children should meet it.
+        first->setParent(nullptr);
+      }
+      else
+      {
+        delete first;
+      }
+    }
+    for (VXRepresentation* representation : hidden)
+    {
+      representation->setVisibility(true);
+    }
+    failures.append(stepError + QStringLiteral("; no filter is added under '%1'").arg(source->name()));
+  }
+  if (chains == 0 && !failures.isEmpty())
+  {
+    *error = failures.join(QStringLiteral("\n"));
+    return false;
+  }
+  if (!failures.isEmpty())
+  {
+    *note = note->isEmpty() ? failures.join(QStringLiteral("\n"))
+                            : *note + QLatin1Char('\n') + failures.join(QStringLiteral("\n"));
   }
   return true;
 }
@@ -445,14 +505,18 @@ QList<VXFilter*> ViewerFilterSteps::runWithoutView(VXDataSource* source, QString
   // No pipeline and no window: each filter only runs its algorithm, and the chain hangs under the source.
   QList<VXFilter*> chain;
   VXCoreObject* parent = source;
-  for (const Step& step : m_Steps)
+  for (size_t index = 0; index < m_Steps.size(); ++index)
   {
+    const Step& step = m_Steps[index];
     VXFilter* filter = makeFilter(step);
     filter->setParent(parent);
     filter->setInputPort(parent->outputPort());
     filter->setupFilter();
-    if (!configure(filter, step, source->name(), error))
+    if (!configure(filter, step, inputName(index, source->name()), error))
     {
+      // Each filter is the child of the one before: the first takes the whole chain with it.
+      VXFilter* first = chain.isEmpty() ? filter : chain.front();
+      delete first;
       return {};
     }
     filter->applyFilter();

@@ -11,6 +11,7 @@ class VXBridgeObject;
 class VXDataSource;
 class VXFilter;
 class VXPipeline;
+class VXPipelineModel;
 
 /**
  * @brief The visual filters the command line asks for, in the order given: each runs on the output of
@@ -45,9 +46,12 @@ public:
   /**
    * @brief Adds the chain under every data source of the bridge that has the arrays of its thresholds and
    * applies it. The data sources left out are named in the note; false with a message when none has them.
+   * A threshold whose array a filter before it dropped leaves that data source without the chain: the
+   * filters made for it are taken out of the pipeline tree again (through the model, when given) and its
+   * own data views shown again.
    */
   bool applyTo(VXPipeline* pipeline, const VXBridgeObject& bridge, int viewType, QString* error,
-               QString* note) const;
+               QString* note, VXPipelineModel* model = nullptr) const;
   /**
    * @brief Of the data sources given, those whose output has every threshold array. The others are named in
    * the note; when there are none, the error names the arrays there are.
@@ -82,7 +86,9 @@ private:
 
   bool parseStep(const QString& option, const QString& value, QString* error);
   static VXFilter* makeFilter(const Step& step);
-  static bool configure(VXFilter* filter, const Step& step, const QString& sourceName, QString* error);
+  // The data set a step reads, for messages: the data source, or the output of the step before it.
+  QString inputName(size_t index, const QString& sourceName) const;
+  static bool configure(VXFilter* filter, const Step& step, const QString& inputName, QString* error);
 
   std::vector<Step> m_Steps;
 };

@@ -406,9 +406,15 @@ bool ViewerMainWindow::openFile(const QString& path)
   QString choiceError;
   // Filters first, so that the colouring and colour map reach the data views of their outputs too.
   QString filterNote;
-  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError, &filterNote))
+  if (!m_FilterSteps.applyTo(pipeline(), *bridge, m_DataViewChoice.viewType(), &choiceError, &filterNote,
+                             m_MainWidget->pipelineModel()))
   {
     appendOutput(QStringLiteral("kestrix-viewer: ") + choiceError);
+    // No chain was added: the file shows through its own data views, framed as any file opened.
+    if (VXAbstractViewWidget* active = grid()->activeView())
+    {
+      active->resetCamera();
+    }
     return false;
   }
   if (!filterNote.isEmpty())

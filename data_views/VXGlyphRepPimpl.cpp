@@ -8,20 +8,29 @@
 #include <vtkAlgorithm.h>
 #include <vtkArrowSource.h>
 #include <vtkCallbackCommand.h>
+#include <vtkCell.h>
 #include <vtkCellCenters.h>
 #include <vtkCellData.h>
 #include <vtkCubeSource.h>
 #include <vtkDataArray.h>
 #include <vtkDataSet.h>
 #include <vtkEllipseArcSource.h>
+#include <vtkGenericCell.h>
 #include <vtkGlyph3DMapper.h>
+#include <vtkImageData.h>
 #include <vtkMaskPoints.h>
+#include <vtkMath.h>
+#include <vtkNew.h>
 #include <vtkPointData.h>
 #include <vtkPolyDataMapper.h>
 #include <vtkProperty.h>
 #include <vtkSphereSource.h>
+#include <vtkTetra.h>
+#include <vtkTriangle.h>
 
 #include <algorithm>
+#include <cmath>
+#include <vector>
 
 using namespace ZRVtkModule::state;
 
@@ -31,6 +40,9 @@ const char* const k_GlyphType = "glyph_type";
 const char* const k_OrientationArray = "glyph_orientation_array";
 const char* const k_ScaleArray = "glyph_scale_array";
 const char* const k_ScaleFactor = "glyph_scale_factor";
+const char* const k_ScaleFactorFromData = "glyph_scale_factor_from_data";
+// Cells looked at for their typical size; enough for a stable median, few enough to cost nothing.
+constexpr vtkIdType k_SizeSampleCells = 1000;
 const char* const k_GlyphMode = "glyph_mode";
 const char* const k_Stride = "glyph_stride";
 const char* const k_MaxSamplePoints = "glyph_max_num_sample_pts";
@@ -91,6 +103,118 @@ vtkDataArray* findArray(vtkDataSet* dataSet, const QString& name)
     return array;
   }
   return dataSet->GetCellData()->GetArray(latin.constData());
+}
+
+// Vertex cells, or no cells at all: glyphed at the points themselves.
+bool IsPointSet(vtkDataSet* dataSet)
+{
+  return dataSet->GetNumberOfCells() == 0 || dataSet->GetCellType(0) == VTK_VERTEX ||
+         dataSet->GetCellType(0) == VTK_POLY_VERTEX;
+}
+
+// The smallest spacing along the axes on which the image has neighbours.
+double ImageSpacing(vtkImageData* image)
+{
+  int dims[3];
+  image->GetDimensions(dims);
+  const double* spacing = image->GetSpacing();
+  double smallest = 0.0;
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    const double step = std::abs(spacing[axis]);
+    if (dims[axis] > 1 && step > 0.0 && (smallest == 0.0 || step < smallest))
+    {
+      smallest = step;
+    }
+  }
+  return smallest;
+}
+
+// The side of a square (or cube) of the cell's area (or volume), its length for a line: about the
+// distance from its centre to the centres of its neighbours.
+double CellSide(vtkCell* cell)
+{
+  vtkPoints* points = cell->GetPoints();
+  const vtkIdType count = cell->GetNumberOfPoints();
+  if (points == nullptr || count < 2)
+  {
+    return 0.0;
+  }
+  double first[3];
+  double previous[3];
+  double next[3];
+  points->GetPoint(0, first);
+  switch (cell->GetCellDimension())
+  {
+  case 1:
+  {
+    double length = 0.0;
+    std::copy(first, first + 3, previous);
+    for (vtkIdType i = 1; i < count; ++i)
+    {
+      points->GetPoint(i, next);
+      length += std::sqrt(vtkMath::Distance2BetweenPoints(previous, next));
+      std::copy(next, next + 3, previous);
+    }
+    return length;
+  }
+  case 2:
+  {
+    // A fan from the first point: exact for triangles, quads and pixels.
+    double area = 0.0;
+    points->GetPoint(1, previous);
+    for (vtkIdType i = 2; i < count; ++i)
+    {
+      points->GetPoint(i, next);
+      area += vtkTriangle::TriangleArea(first, previous, next);
+      std::copy(next, next + 3, previous);
+    }
+    return std::sqrt(area);
+  }
+  case 3:
+  {
+    if (cell->GetCellType() == VTK_TETRA && count == 4)
+    {
+      double p[4][3];
+      for (int i = 0; i < 4; ++i)
+      {
+        points->GetPoint(i, p[i]);
+      }
+      return std::cbrt(std::abs(vtkTetra::ComputeVolume(p[0], p[1], p[2], p[3])));
+    }
+    // Hexahedra, voxels and wedges: the box they fill.
+    const double* bounds = cell->GetBounds();
+    return std::cbrt((bounds[1] - bounds[0]) * (bounds[3] - bounds[2]) * (bounds[5] - bounds[4]));
+  }
+  default:
+    return 0.0;
+  }
+}
+
+// The median side of cells picked evenly through the data set.
+double TypicalCellSize(vtkDataSet* dataSet)
+{
+  const vtkIdType cells = dataSet->GetNumberOfCells();
+  const vtkIdType step = std::max<vtkIdType>(1, cells / k_SizeSampleCells);
+  std::vector<double> sizes;
+  sizes.reserve(static_cast<size_t>(std::min(cells, k_SizeSampleCells + 1)));
+  vtkNew<vtkGenericCell> cell;
+  for (vtkIdType id = 0; id < cells; id += step)
+  {
+    dataSet->GetCell(id, cell);
+    const double side = CellSide(cell);
+    if (side > 0.0 && std::isfinite(side))
+    {
+      sizes.push_back(side);
+    }
+  }
+  if (sizes.empty())
+  {
+    return 0.0;
+  }
+  auto middle = sizes.begin() + static_cast<std::ptrdiff_t>(sizes.size() / 2);
+  std::nth_element(sizes.begin(), middle, sizes.end());
+  return *middle;
 }
 } // namespace
 
@@ -201,8 +325,7 @@ vtkAlgorithmOutput* VXGlyphRepPimpl::samplingInput() const
     return nullptr;
   }
   // A point set (vertex cells, or no cells at all) is glyphed at its points; other cells at their centres.
-  if (dataSet->GetNumberOfCells() == 0 || dataSet->GetCellType(0) == VTK_VERTEX ||
-      dataSet->GetCellType(0) == VTK_POLY_VERTEX)
+  if (IsPointSet(dataSet))
   {
     return m_InputPort;
   }
@@ -264,6 +387,7 @@ bool VXGlyphRepPimpl::setGlyphType(const QString& type)
   }
   m_GlyphType = type;
   m_GlyphMapper->SetSourceConnection(currentSource()->GetOutputPort());
+  updateScaleFactorFromData();
   requestRender();
   return true;
 }
@@ -291,6 +415,7 @@ void VXGlyphRepPimpl::applyGlyphMode()
   if (m_GlyphMode == k_AllPoints)
   {
     m_GlyphMapper->SetInputConnection(sampling);
+    updateScaleFactorFromData();
     return;
   }
   // The surface and volume based samples are drawn over cells of two and three dimensions, which
@@ -315,6 +440,83 @@ void VXGlyphRepPimpl::applyGlyphMode()
   }
   m_MaskPoints->Update();
   m_GlyphMapper->SetInputConnection(m_MaskPoints->GetOutputPort());
+  updateScaleFactorFromData();
+}
+
+double VXGlyphRepPimpl::NeighbourSpacing(vtkDataSet* dataSet, vtkIdType candidates, vtkIdType carriers)
+{
+  if (dataSet == nullptr || dataSet->GetNumberOfPoints() == 0 || candidates <= 0 || carriers <= 0)
+  {
+    return 0.0;
+  }
+  double bounds[6];
+  dataSet->GetBounds(bounds);
+  const double diagonal = dataSet->GetLength();
+  // The axes along which the data spreads: a flat mesh shares its points out over an area.
+  int spreadAxes = 0;
+  double spreadVolume = 1.0;
+  for (int axis = 0; axis < 3; ++axis)
+  {
+    const double extent = bounds[2 * axis + 1] - bounds[2 * axis];
+    if (extent > diagonal * 1e-6)
+    {
+      ++spreadAxes;
+      spreadVolume *= extent;
+    }
+  }
+  if (spreadAxes == 0)
+  {
+    return 0.0;
+  }
+  double spacing = 0.0;
+  if (auto* image = vtkImageData::SafeDownCast(dataSet))
+  {
+    spacing = ImageSpacing(image);
+  }
+  else if (!IsPointSet(dataSet))
+  {
+    spacing = TypicalCellSize(dataSet);
+  }
+  if (spacing <= 0.0)
+  {
+    spacing = std::pow(spreadVolume / static_cast<double>(candidates), 1.0 / spreadAxes);
+  }
+  if (carriers < candidates)
+  {
+    spacing *= std::pow(static_cast<double>(candidates) / static_cast<double>(carriers), 1.0 / spreadAxes);
+  }
+  return std::isfinite(spacing) ? spacing : 0.0;
+}
+
+void VXGlyphRepPimpl::updateScaleFactorFromData()
+{
+  if (m_ScaleFactorChosen)
+  {
+    return;
+  }
+  vtkDataSet* dataSet = inputDataSet();
+  if (dataSet == nullptr)
+  {
+    return;
+  }
+  const vtkIdType candidates =
+      IsPointSet(dataSet) ? dataSet->GetNumberOfPoints() : dataSet->GetNumberOfCells();
+  vtkIdType carriers = candidates;
+  if (m_GlyphMode != k_AllPoints)
+  {
+    carriers = m_MaskPoints->GetOutput()->GetNumberOfPoints();
+  }
+  const double spacing = NeighbourSpacing(dataSet, candidates, carriers);
+  // Arrows, spheres and cubes are one unit across; an ellipse twice its major radius.
+  const double radius = std::sqrt(vtkMath::Dot(m_EllipseRadius.data(), m_EllipseRadius.data()));
+  const double across = m_GlyphType == k_Ellipse && radius > 0.0 ? 2.0 * radius : 1.0;
+  if (spacing <= 0.0)
+  {
+    return;
+  }
+  m_ScaleFactor = spacing / across;
+  m_GlyphMapper->SetScaleFactor(m_ScaleFactor);
+  updateScaleFactorControls();
 }
 
 void VXGlyphRepPimpl::setStride(int stride)
@@ -341,7 +543,20 @@ void VXGlyphRepPimpl::setSeed(int seed)
 void VXGlyphRepPimpl::setScaleFactor(double factor)
 {
   m_ScaleFactor = factor;
+  m_ScaleFactorChosen = true;
   m_GlyphMapper->SetScaleFactor(factor);
+  updateScaleFactorControls();
+  requestRender();
+}
+
+void VXGlyphRepPimpl::useScaleFactorFromData()
+{
+  m_ScaleFactorChosen = false;
+  if (m_InputPort != nullptr)
+  {
+    applyGlyphMode();
+  }
+  updateScaleFactorControls();
   requestRender();
 }
 
@@ -421,6 +636,7 @@ void VXGlyphRepPimpl::setEllipseSource(std::array<double, 3> center, std::array<
   m_EllipseRatio = std::clamp(ratio, 0.001, 1.0);
   m_EllipseResolution = std::clamp(resolution, 1, 1000);
   applyEllipse();
+  updateScaleFactorFromData();
   requestRender();
 }
 
@@ -441,6 +657,7 @@ void VXGlyphRepPimpl::copySettings(const VXRepresentationPimpl* other)
     m_OrientationArray = glyph->m_OrientationArray;
     m_ScaleArray = glyph->m_ScaleArray;
     m_ScaleFactor = glyph->m_ScaleFactor;
+    m_ScaleFactorChosen = glyph->m_ScaleFactorChosen;
     m_GlyphMode = glyph->m_GlyphMode;
     m_Stride = glyph->m_Stride;
     m_MaxSamplePoints = glyph->m_MaxSamplePoints;
@@ -461,6 +678,7 @@ void VXGlyphRepPimpl::write(nlohmann::json& json) const
   json[k_OrientationArray] = m_OrientationArray.toStdString();
   json[k_ScaleArray] = m_ScaleArray.toStdString();
   json[k_ScaleFactor] = m_ScaleFactor;
+  json[k_ScaleFactorFromData] = !m_ScaleFactorChosen;
   json[k_GlyphMode] = m_GlyphMode.toStdString();
   json[k_Stride] = m_Stride;
   json[k_MaxSamplePoints] = m_MaxSamplePoints;
@@ -494,7 +712,17 @@ void VXGlyphRepPimpl::read(const nlohmann::json& json)
   }
   readText(k_OrientationArray, m_OrientationArray);
   readText(k_ScaleArray, m_ScaleArray);
-  readIfPresent(json, k_ScaleFactor, m_ScaleFactor);
+  // A factor in a state file was chosen, unless the file says it came from the data (files written
+  // before factors followed the data say nothing, and keep theirs).
+  if (json.contains(k_ScaleFactor))
+  {
+    readIfPresent(json, k_ScaleFactor, m_ScaleFactor);
+    m_ScaleFactorChosen = true;
+  }
+  if (json.contains(k_ScaleFactorFromData))
+  {
+    m_ScaleFactorChosen = !json.at(k_ScaleFactorFromData).get<bool>();
+  }
   QString mode = m_GlyphMode;
   readText(k_GlyphMode, mode);
   if (GlyphModes().contains(mode))
@@ -516,7 +744,15 @@ void VXGlyphRepPimpl::writeSettings(QtZRSettings& settings) const
 {
   VXPointsRepPimpl::writeSettings(settings);
   settings.setValue(QString::fromLatin1(k_GlyphType), m_GlyphType);
-  settings.setValue(QString::fromLatin1(k_ScaleFactor), m_ScaleFactor);
+  // Only a chosen factor becomes a default; one taken from this data would not fit other data.
+  if (m_ScaleFactorChosen)
+  {
+    settings.setValue(QString::fromLatin1(k_ScaleFactor), m_ScaleFactor);
+  }
+  else
+  {
+    settings.remove(QString::fromLatin1(k_ScaleFactor));
+  }
   settings.setValue(QString::fromLatin1(k_GlyphMode), m_GlyphMode);
   settings.setValue(QString::fromLatin1(k_Stride), m_Stride);
   settings.setValue(QString::fromLatin1(k_MaxSamplePoints), m_MaxSamplePoints);
@@ -532,7 +768,11 @@ void VXGlyphRepPimpl::readSettings(QtZRSettings& settings)
 {
   VXPointsRepPimpl::readSettings(settings);
   readSetting(settings, k_GlyphType, m_GlyphType);
-  readSetting(settings, k_ScaleFactor, m_ScaleFactor);
+  if (settings.contains(QString::fromLatin1(k_ScaleFactor)))
+  {
+    readSetting(settings, k_ScaleFactor, m_ScaleFactor);
+    m_ScaleFactorChosen = true;
+  }
   readSetting(settings, k_GlyphMode, m_GlyphMode);
   readSetting(settings, k_Stride, m_Stride);
   readSetting(settings, k_MaxSamplePoints, m_MaxSamplePoints);

@@ -4,11 +4,14 @@
 
 #include <QStringList>
 
+#include <vtkType.h>
+
 #include <array>
 
 class QDoubleSpinBox;
 class QLabel;
 class QWidget;
+class ZRCheckBox;
 class ZRLineEdit;
 class vtkAlgorithm;
 class vtkArrowSource;
@@ -74,8 +77,20 @@ public:
   /** @brief An array whose values (or magnitudes) scale the glyphs; empty scales by the factor only. */
   void setScaleArray(const QString& arrayName);
   QString scaleArray() const { return m_ScaleArray; }
+  /** @brief A factor chosen by the user: it is kept, and saved, whatever the data. */
   void setScaleFactor(double factor);
   double scaleFactor() const { return m_ScaleFactor; }
+  /** @brief True while no factor was chosen: the factor then follows the spacing of the glyph points. */
+  bool scaleFactorFromData() const { return !m_ScaleFactorChosen; }
+  /** @brief Forgets the chosen factor and takes the one the data gives again. */
+  void useScaleFactorFromData();
+  /**
+   * @brief About the distance between neighbouring glyph points of the data set, so that glyphs of
+   * unit size about touch: the smallest spacing of an image, the typical side of other cells, or
+   * for a point cloud its bounds shared out among its points. @p carriers of the @p candidates points
+   * carry glyphs after sampling; fewer carriers stand further apart. Zero when the data gives no size.
+   */
+  static double NeighbourSpacing(vtkDataSet* dataSet, vtkIdType candidates, vtkIdType carriers);
   /** @brief One of GlyphModes(); other texts are refused. */
   bool setGlyphMode(const QString& mode);
   QString glyphMode() const { return m_GlyphMode; }
@@ -107,10 +122,13 @@ private:
   void applyGlyphMode();
   void applyOrientation();
   void applyScaling();
+  // While no factor was chosen, takes the one the current glyph points give.
+  void updateScaleFactorFromData();
   void applyEllipse();
   // The glyph mapper takes the colour settings of the points view's mapper.
   void followColoring();
   void updateGlyphModeVisibility();
+  void updateScaleFactorControls();
 
   vtkSmartPointer<vtkGlyph3DMapper> m_GlyphMapper;
   vtkSmartPointer<vtkCellCenters> m_CellCenters;
@@ -125,6 +143,7 @@ private:
   QString m_OrientationArray;
   QString m_ScaleArray;
   double m_ScaleFactor = 1.0;
+  bool m_ScaleFactorChosen = false;
   QString m_GlyphMode = k_AllPoints;
   int m_Stride = 2;
   int m_MaxSamplePoints = 5000;
@@ -140,6 +159,7 @@ private:
   QPointer<ZRComboBox> m_OrientationComboBox;
   QPointer<ZRComboBox> m_ScaleArrayComboBox;
   QPointer<ZRLineEdit> m_ScaleFactorEdit;
+  QPointer<ZRCheckBox> m_ScaleFromDataCheckBox;
   QPointer<ZRComboBox> m_GlyphModeComboBox;
   QPointer<QWidget> m_StrideRow;
   QPointer<ZRLineEdit> m_StrideEdit;

@@ -2,6 +2,7 @@
 #include "data_views/VXEllipseSourceWidget.h"
 #include "data_views/VXGlyphRepPimpl.h"
 #include "data_views/ZRVtkModuleUtils.h"
+#include "platform/ZRCheckBox.h"
 #include "platform/ZRComboBox.h"
 #include "platform/ZRIconPushButton.h"
 #include "platform/ZRLabel.h"
@@ -105,7 +106,9 @@ void VXGlyphRepPimpl::addExtraSections(QVBoxLayout* content)
   QPointer<QWidget> scaleRow;
   m_ScaleFactorEdit =
       numberRow(section, layout, QStringLiteral("Scale Factor: "), new QDoubleValidator(),
-                QStringLiteral("Multiplies the size of every glyph; press Return to apply."), scaleRow);
+                QStringLiteral("Multiplies the size of every glyph; press Return to apply. A factor typed "
+                               "here is kept whatever the data."),
+                scaleRow);
   connect(m_ScaleFactorEdit.data(), &QLineEdit::returnPressed, this,
           [this]()
           {
@@ -114,6 +117,23 @@ void VXGlyphRepPimpl::addExtraSections(QVBoxLayout* content)
             if (ok)
             {
               setScaleFactor(factor);
+            }
+          });
+  m_ScaleFromDataCheckBox = Utils::GenerateCheckBoxWidget(section, layout, QStringLiteral("Scale From Data"));
+  m_ScaleFromDataCheckBox->setToolTip(Utils::HtmlToolTip(
+      QStringLiteral("Sizes the glyphs by the spacing of the points that carry them, so that neighbouring "
+                     "glyphs about touch; the factor then follows the data and the sampling.")));
+  connect(m_ScaleFromDataCheckBox.data(), &QCheckBox::toggled, this,
+          [this](bool fromData)
+          {
+            if (fromData)
+            {
+              useScaleFactorFromData();
+            }
+            else
+            {
+              // The factor shown so far becomes the chosen one.
+              setScaleFactor(m_ScaleFactor);
             }
           });
 
@@ -162,6 +182,16 @@ void VXGlyphRepPimpl::updateGlyphModeVisibility()
   }
 }
 
+void VXGlyphRepPimpl::updateScaleFactorControls()
+{
+  setText(m_ScaleFactorEdit, QString::number(m_ScaleFactor));
+  if (m_ScaleFromDataCheckBox)
+  {
+    const QSignalBlocker blocker(m_ScaleFromDataCheckBox.data());
+    m_ScaleFromDataCheckBox->setChecked(!m_ScaleFactorChosen);
+  }
+}
+
 void VXGlyphRepPimpl::updateSettingsControls()
 {
   VXPointsRepPimpl::updateSettingsControls();
@@ -169,7 +199,7 @@ void VXGlyphRepPimpl::updateSettingsControls()
   setCurrentText(m_OrientationComboBox, m_OrientationArray);
   setCurrentText(m_ScaleArrayComboBox, m_ScaleArray);
   setCurrentText(m_GlyphModeComboBox, m_GlyphMode);
-  setText(m_ScaleFactorEdit, QString::number(m_ScaleFactor));
+  updateScaleFactorControls();
   setText(m_StrideEdit, QString::number(m_Stride));
   setText(m_MaxSamplesEdit, QString::number(m_MaxSamplePoints));
   setText(m_SeedEdit, QString::number(m_Seed));

@@ -19,7 +19,8 @@ for arg in "$@"; do
     --state) has_file=1 skip_next=1 ;; # a state brings its own files
     --screenshot | --size | --theme | --geometry | --view | --color-by | --preset | --save-state | \
       --clip-plane | --clip-box | --slice | --threshold | --resample | --decimate | --mask-out | \
-      --slice-number | --slice-axis | --glyph | --opacity-curve | --build-plate | --plate-spacing | --pick | --table | \
+      --slice-number | --slice-axis | --glyph | --glyph-orient | --glyph-scale | --opacity-curve | \
+      --build-plate | --plate-spacing | --pick | --table | \
       --export-table | --delimiter | --notation | --precision | --chart | --series | --bins | \
       --export-chart | --convert | --spreadsheet) skip_next=1 ;;
     -*) ;;

@@ -504,8 +504,10 @@ int VXSpreadsheet::columnWidthFor(int column) const
   {
     return 0;
   }
+  // The widest value was measured when the array came in; the header is measured as it stands.
   const double widest = m_Model->data(m_Model->index(0, column), VXSpreadsheetModel::WidestRole).toDouble();
-  return static_cast<int>(widest) + 4 * VXSpreadsheetModel::CellMargin() + 3;
+  const int values = static_cast<int>(widest) + 4 * VXSpreadsheetModel::CellMargin() + 3;
+  return std::max(values, m_Ui->tableView->headerWidth(column));
 }
 
 void VXSpreadsheet::resizeColumn(int column)

@@ -82,7 +82,7 @@ TEST(ViewerCommandLine, HelpListsEveryModeWithoutADisplay)
     const RunResult result = runViewer(arguments, false);
     EXPECT_EQ(result.exitCode, 0) << result.err.toStdString();
     for (const char* option : {"--list", "--convert", "--geometry", "--screenshot", "--size", "--theme",
-                               "--glyph", "--glyph-orient", "--opacity-curve", "--help"})
+                               "--glyph", "--glyph-orient", "--glyph-scale", "--opacity-curve", "--help"})
     {
       EXPECT_TRUE(result.out.contains(QString::fromLatin1(option))) << option;
     }

@@ -193,6 +193,72 @@ TEST(ViewerFilterOptions, AThresholdGoesUnderTheDataSourcesThatHaveItsArray)
       << listed.errors.toStdString();
 }
 
+TEST(ViewerFilterOptions, AThresholdWhoseArrayAFilterBeforeItDroppedLeavesNoHalfMadeChain)
+{
+  // The resampled image keeps the cell array "Phase" and drops the point array "Density".
+  QTemporaryDir dir;
+  const QString state = dir.filePath(QStringLiteral("dropped.ksxstate"));
+  const QString shot = dir.filePath(QStringLiteral("dropped.png"));
+  const ViewerRun run =
+      runViewer({k_Image, QStringLiteral("--resample"), QStringLiteral("2,2,2"),
+                 QStringLiteral("--threshold"), QStringLiteral("Density:0:50"),
+                 QStringLiteral("--screenshot"), shot, QStringLiteral("--save-state"), state});
+  EXPECT_EQ(run.exitCode, 1);
+  EXPECT_TRUE(
+      run.errors.contains(QStringLiteral("--threshold: the output of --resample under 'Unnamed Geometry' has "
+                                         "no array 'Density' with component 0; "
+                                         "arrays: Phase; no filter is added under 'Unnamed Geometry'")))
+      << run.errors.toStdString();
+  // The picture and the state show the image as it was opened: no resample left without its threshold.
+  const QImage picture(shot);
+  ASSERT_FALSE(picture.isNull());
+  // The white surface of the image, framed (the orientation axes in the top right are left out).
+  int light = 0;
+  for (int y = 0; y < picture.height(); ++y)
+  {
+    for (int x = 0; x < picture.width() * 2 / 3; ++x)
+    {
+      light += qGray(picture.pixel(x, y)) > 200 ? 1 : 0;
+    }
+  }
+  EXPECT_GT(light, picture.width() * picture.height() / 20);
+  QFile file(state);
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const json document = json::parse(file.readAll().toStdString(), nullptr, false);
+  ASSERT_FALSE(document.is_discarded());
+  const json& tree = document.at("tree_view_state");
+  EXPECT_EQ(countRecords(tree, "VXFImageResample"), 0);
+  EXPECT_EQ(countRecords(tree, "VXFThreshold"), 0);
+  const json* surface = findRecord(tree, "VXSurfaceRep");
+  ASSERT_NE(surface, nullptr);
+  EXPECT_TRUE(surface->dump().find("\"representation_visible\":true") != std::string::npos)
+      << "the data source's own view is shown again: " << surface->dump();
+
+  // Listed without a display: the same words, and no claim that the file could not be read.
+  const ViewerRun listed = runWithoutDisplay({QStringLiteral("--list"), k_Image, QStringLiteral("--resample"),
+                                              QStringLiteral("2,2,2"), QStringLiteral("--threshold"),
+                                              QStringLiteral("Density:0:50")});
+  EXPECT_EQ(listed.exitCode, 1);
+  EXPECT_TRUE(listed.errors.contains(QStringLiteral(
+      "--threshold: the output of --resample under 'Unnamed Geometry' has no array 'Density'")))
+      << listed.errors.toStdString();
+  EXPECT_FALSE(listed.errors.contains(QStringLiteral("cannot read"))) << listed.errors.toStdString();
+
+  // The array the resample keeps is thresholded after it as asked.
+  const QString kept = dir.filePath(QStringLiteral("kept.ksxstate"));
+  const ViewerRun phase = runViewer({k_Image, QStringLiteral("--resample"), QStringLiteral("2,2,2"),
+                                     QStringLiteral("--threshold"), QStringLiteral("Phase:0:5"),
+                                     QStringLiteral("--save-state"), kept});
+  ASSERT_EQ(phase.exitCode, 0) << phase.errors.toStdString();
+  QFile keptFile(kept);
+  ASSERT_TRUE(keptFile.open(QIODevice::ReadOnly));
+  const json keptDocument = json::parse(keptFile.readAll().toStdString(), nullptr, false);
+  ASSERT_FALSE(keptDocument.is_discarded());
+  const json* resample = findRecord(keptDocument.at("tree_view_state"), "VXFImageResample");
+  ASSERT_NE(resample, nullptr);
+  EXPECT_EQ(childTypes(*resample), QStringList{QStringLiteral("VXFThreshold")});
+}
+
 TEST(ViewerFilterOptions, FiltersChainInTheOrderGiven)
 {
   QTemporaryDir dir;

@@ -319,6 +319,68 @@ TEST(ViewerScreenshot, GlyphOrientationArrayFromTheCommandLine)
       << ofSurface.errors.toStdString();
 }
 
+TEST(ViewerScreenshot, GlyphsOnAnImageAreSizedByItsSpacingUnlessAScaleIsGiven)
+{
+  QTemporaryDir dir;
+  // Cells of 1 x 1 x 2: spheres of diameter 1 at the cell centres about touch along x and y.
+  const QString image = k_DataDir + QStringLiteral("/vtk/slice_cells_coarse.vti");
+  const QString shot = dir.filePath(QStringLiteral("image-glyphs.png"));
+  const QString state = dir.filePath(QStringLiteral("image-glyphs.ksxstate"));
+  const ViewerRun glyphs =
+      runViewer({image, QStringLiteral("--glyph"), QStringLiteral("sphere"), QStringLiteral("--color-by"),
+                 QStringLiteral("Phase"), QStringLiteral("--screenshot"), shot, QStringLiteral("--size"),
+                 QStringLiteral("400x300"), QStringLiteral("--save-state"), state});
+  ASSERT_EQ(glyphs.exitCode, 0) << glyphs.errors.toStdString();
+  EXPECT_TRUE(matchesBaseline(QImage(shot), QStringLiteral("image_glyph_spheres_400x300")));
+  QFile first(state);
+  ASSERT_TRUE(first.open(QIODevice::ReadOnly));
+  const QByteArray derived = first.readAll();
+  EXPECT_TRUE(derived.contains("\"glyph_scale_factor\": 1.0")) << derived.toStdString();
+  EXPECT_TRUE(derived.contains("\"glyph_scale_factor_from_data\": true")) << derived.toStdString();
+  // Loaded and saved again, the state is the same.
+  const QString again = dir.filePath(QStringLiteral("again.ksxstate"));
+  const ViewerRun resaved =
+      runViewer({QStringLiteral("--state"), state, QStringLiteral("--save-state"), again});
+  ASSERT_EQ(resaved.exitCode, 0) << resaved.errors.toStdString();
+  QFile second(again);
+  ASSERT_TRUE(second.open(QIODevice::ReadOnly));
+  EXPECT_EQ(derived.toStdString(), second.readAll().toStdString());
+
+  // A scale given for a script is kept as chosen, through its state too.
+  const QString chosenState = dir.filePath(QStringLiteral("chosen.ksxstate"));
+  const ViewerRun chosen =
+      runViewer({image, QStringLiteral("--glyph"), QStringLiteral("sphere"), QStringLiteral("--glyph-scale"),
+                 QStringLiteral("0.25"), QStringLiteral("--save-state"), chosenState});
+  ASSERT_EQ(chosen.exitCode, 0) << chosen.errors.toStdString();
+  const QString chosenAgain = dir.filePath(QStringLiteral("chosen-again.ksxstate"));
+  const ViewerRun chosenResaved =
+      runViewer({QStringLiteral("--state"), chosenState, QStringLiteral("--save-state"), chosenAgain});
+  ASSERT_EQ(chosenResaved.exitCode, 0) << chosenResaved.errors.toStdString();
+  QFile chosenFirst(chosenState);
+  QFile chosenSecond(chosenAgain);
+  ASSERT_TRUE(chosenFirst.open(QIODevice::ReadOnly) && chosenSecond.open(QIODevice::ReadOnly));
+  const QByteArray chosenText = chosenFirst.readAll();
+  EXPECT_TRUE(chosenText.contains("\"glyph_scale_factor\": 0.25")) << chosenText.toStdString();
+  EXPECT_TRUE(chosenText.contains("\"glyph_scale_factor_from_data\": false")) << chosenText.toStdString();
+  EXPECT_EQ(chosenText.toStdString(), chosenSecond.readAll().toStdString());
+
+  for (const QString& bad : {QStringLiteral("0"), QStringLiteral("-1"), QStringLiteral("big")})
+  {
+    const ViewerRun refused =
+        runViewer({image, QStringLiteral("--glyph-scale"), bad, QStringLiteral("--save-state"),
+                   dir.filePath(QStringLiteral("bad.ksxstate"))});
+    EXPECT_EQ(refused.exitCode, 2) << bad.toStdString();
+    EXPECT_TRUE(refused.errors.contains(QStringLiteral("--glyph-scale takes a positive number")))
+        << refused.errors.toStdString();
+  }
+  const ViewerRun ofSurface =
+      runViewer({image, QStringLiteral("--view"), QStringLiteral("surface"), QStringLiteral("--glyph-scale"),
+                 QStringLiteral("2"), QStringLiteral("--save-state"), state});
+  EXPECT_EQ(ofSurface.exitCode, 2);
+  EXPECT_TRUE(ofSurface.errors.contains(QStringLiteral("--glyph-scale sizes glyph views")))
+      << ofSurface.errors.toStdString();
+}
+
 TEST(ViewerState, ASavedStateRendersTheSamePictureAndMovesWithItsData)
 {
   QTemporaryDir dir;

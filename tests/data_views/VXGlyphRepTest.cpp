@@ -19,12 +19,16 @@
 #include <vtkDataSet.h>
 #include <vtkDoubleArray.h>
 #include <vtkGlyph3DMapper.h>
+#include <vtkImageData.h>
+#include <vtkIntArray.h>
 #include <vtkNew.h>
+#include <vtkPlaneSource.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
 #include <vtkPolyData.h>
 #include <vtkProperty.h>
 #include <vtkRenderer.h>
+#include <vtkXMLImageDataWriter.h>
 #include <vtkXMLPolyDataWriter.h>
 
 #include <QTemporaryDir>
@@ -71,6 +75,42 @@ QString WriteVertexGrid(const QString& path)
   grid->GetPointData()->AddArray(speed);
   vtkNew<vtkXMLPolyDataWriter> writer;
   writer->SetInputData(grid);
+  writer->SetFileName(path.toLocal8Bit().constData());
+  writer->Write();
+  return path;
+}
+
+// An image of 10 x 10 x 10 cells of the given spacing, with a cell array to colour by.
+QString WriteImage(const QString& path, double spacing)
+{
+  vtkNew<vtkImageData> image;
+  image->SetDimensions(11, 11, 11);
+  image->SetSpacing(spacing, spacing, spacing);
+  vtkNew<vtkIntArray> phase;
+  phase->SetName("Phase");
+  for (vtkIdType cell = 0; cell < image->GetNumberOfCells(); ++cell)
+  {
+    phase->InsertNextValue(static_cast<int>(cell % 3));
+  }
+  image->GetCellData()->AddArray(phase);
+  vtkNew<vtkXMLImageDataWriter> writer;
+  writer->SetInputData(image);
+  writer->SetFileName(path.toLocal8Bit().constData());
+  writer->Write();
+  return path;
+}
+
+// A flat mesh of 20 x 20 square cells of the given side, as a mesh in millimetres would be.
+QString WriteFlatMesh(const QString& path, double cellSide)
+{
+  vtkNew<vtkPlaneSource> plane;
+  plane->SetOrigin(0.0, 0.0, 0.0);
+  plane->SetPoint1(20.0 * cellSide, 0.0, 0.0);
+  plane->SetPoint2(0.0, 20.0 * cellSide, 0.0);
+  plane->SetResolution(20, 20);
+  plane->Update();
+  vtkNew<vtkXMLPolyDataWriter> writer;
+  writer->SetInputData(plane->GetOutput());
   writer->SetFileName(path.toLocal8Bit().constData());
   writer->Write();
   return path;
@@ -316,4 +356,129 @@ TEST_F(GlyphViewTest, StateRecordSavesLoadsAndSavesTheSame)
   EXPECT_EQ(copy.glyphType(), QStringLiteral("Sphere"));
   EXPECT_EQ(copy.stride(), 4);
   EXPECT_DOUBLE_EQ(copy.ellipseRatio(), 0.5);
+}
+
+TEST_F(GlyphViewTest, DefaultScaleFollowsTheSpacingOfTheGlyphPoints)
+{
+  // An image of spacing 0.01: glyphs of one world unit would hide it a hundred times over.
+  VXGlyphRepPimpl* view = addGlyphs(WriteImage(m_Dir.filePath("fine.vti"), 0.01));
+  ASSERT_NE(view, nullptr);
+  EXPECT_TRUE(view->scaleFactorFromData());
+  EXPECT_NEAR(view->scaleFactor(), 0.01, 1e-9);
+  EXPECT_NEAR(view->glyphMapper()->GetScaleFactor(), 0.01, 1e-9);
+  // The glyphs (unit arrows at the cell centres, the last at 0.095) stay about within the image.
+  double bounds[6];
+  view->getActor()->GetBounds(bounds);
+  EXPECT_LT(bounds[1], 0.1 + 0.01);
+  // One glyph in every 8 cells: the glyphs stand twice as far apart, and grow with it.
+  ASSERT_TRUE(view->setGlyphMode(QStringLiteral("Every Nth Point")));
+  view->setStride(8);
+  EXPECT_NEAR(view->scaleFactor(), 0.02, 1e-9);
+  ASSERT_TRUE(view->setGlyphMode(QStringLiteral("All Points")));
+  EXPECT_NEAR(view->scaleFactor(), 0.01, 1e-9);
+  // An ellipse is twice its major radius across.
+  ASSERT_TRUE(view->setGlyphType(QStringLiteral("Ellipse")));
+  EXPECT_NEAR(view->scaleFactor(), 0.005, 1e-9);
+  view->setEllipseSource({0.0, 0.0, 0.0}, {0.0, 0.0, 1.0}, {0.25, 0.0, 0.0}, 1.0, 100);
+  EXPECT_NEAR(view->scaleFactor(), 0.02, 1e-9);
+  ASSERT_TRUE(view->setGlyphType(QStringLiteral("Sphere")));
+  EXPECT_NEAR(view->scaleFactor(), 0.01, 1e-9);
+
+  // A factor the user types is kept whatever the sampling, until the data is asked again.
+  view->setScaleFactor(0.5);
+  EXPECT_FALSE(view->scaleFactorFromData());
+  ASSERT_TRUE(view->setGlyphMode(QStringLiteral("Every Nth Point")));
+  EXPECT_DOUBLE_EQ(view->scaleFactor(), 0.5);
+  EXPECT_DOUBLE_EQ(view->glyphMapper()->GetScaleFactor(), 0.5);
+  view->useScaleFactorFromData();
+  EXPECT_TRUE(view->scaleFactorFromData());
+  EXPECT_NEAR(view->scaleFactor(), 0.02, 1e-9);
+}
+
+TEST_F(GlyphViewTest, DefaultScaleOfMeshesAndPointCloudsFollowsTheirUnits)
+{
+  // A flat mesh of 2 mm cells, glyphed at the cell centres, 2 mm apart.
+  VXGlyphRepPimpl* view = addGlyphs(WriteFlatMesh(m_Dir.filePath("millimetres.vtp"), 2.0));
+  ASSERT_NE(view, nullptr);
+  EXPECT_TRUE(view->scaleFactorFromData());
+  EXPECT_NEAR(view->scaleFactor(), 2.0, 1e-9);
+  // 100 uniform samples of 400 cells over an area: twice as far apart.
+  ASSERT_TRUE(view->setGlyphMode(QStringLiteral("Uniform Spatial Distribution (Bounds Based)")));
+  view->setMaxSamplePoints(100);
+  const vtkIdType samples = view->glyphInput()->GetNumberOfPoints();
+  ASSERT_GT(samples, 0);
+  EXPECT_NEAR(view->scaleFactor(), 2.0 * std::sqrt(400.0 / samples), 1e-9);
+
+  // The same mesh in metres: the same picture, a thousand times smaller.
+  EXPECT_NEAR(VXGlyphRepPimpl::NeighbourSpacing(view->inputDataSet(), 400, 400), 2.0, 1e-9);
+  vtkNew<vtkPlaneSource> metres;
+  metres->SetOrigin(0.0, 0.0, 0.0);
+  metres->SetPoint1(0.04, 0.0, 0.0);
+  metres->SetPoint2(0.0, 0.04, 0.0);
+  metres->SetResolution(20, 20);
+  metres->Update();
+  EXPECT_NEAR(VXGlyphRepPimpl::NeighbourSpacing(metres->GetOutput(), 400, 400), 0.002, 1e-8);
+  // Nothing to measure: no size, and the view keeps the factor it has.
+  vtkNew<vtkPolyData> empty;
+  EXPECT_EQ(VXGlyphRepPimpl::NeighbourSpacing(empty, 0, 0), 0.0);
+}
+
+TEST_F(GlyphViewTest, DefaultScaleOfAPointCloudSharesItsBoundsOut)
+{
+  // 36 vertices over a 5 x 5 square: about one unit apart.
+  VXGlyphRepPimpl* view = addGlyphs(WriteVertexGrid(m_Dir.filePath("grid.vtp")));
+  ASSERT_NE(view, nullptr);
+  EXPECT_TRUE(view->scaleFactorFromData());
+  EXPECT_NEAR(view->scaleFactor(), 5.0 / 6.0, 1e-9);
+}
+
+TEST_F(GlyphViewTest, ScaleFromTheDataIsSavedAsSuchAndAChosenOneAsChosen)
+{
+  VXGlyphRepPimpl* view = addGlyphs(WriteImage(m_Dir.filePath("fine.vti"), 0.01));
+  ASSERT_NE(view, nullptr);
+  nlohmann::json derived = nlohmann::json::object();
+  view->write(derived);
+  EXPECT_EQ(derived.at("glyph_scale_factor_from_data"), true);
+  EXPECT_NEAR(derived.at("glyph_scale_factor").get<double>(), 0.01, 1e-9);
+  {
+    VXGlyphRep other;
+    VXGlyphRepPimpl copy(&other, nullptr);
+    copy.read(derived);
+    EXPECT_TRUE(copy.scaleFactorFromData());
+    nlohmann::json again = nlohmann::json::object();
+    copy.write(again);
+    EXPECT_EQ(derived.dump(2), again.dump(2));
+  }
+
+  view->setScaleFactor(0.03);
+  nlohmann::json chosen = nlohmann::json::object();
+  view->write(chosen);
+  EXPECT_EQ(chosen.at("glyph_scale_factor_from_data"), false);
+  {
+    VXGlyphRep other;
+    VXGlyphRepPimpl copy(&other, nullptr);
+    copy.read(chosen);
+    EXPECT_FALSE(copy.scaleFactorFromData());
+    EXPECT_DOUBLE_EQ(copy.scaleFactor(), 0.03);
+    nlohmann::json again = nlohmann::json::object();
+    copy.write(again);
+    EXPECT_EQ(chosen.dump(2), again.dump(2));
+  }
+
+  // A state written before factors followed the data: its factor was the user's.
+  nlohmann::json old = chosen;
+  old.erase("glyph_scale_factor_from_data");
+  old["glyph_scale_factor"] = 1.0;
+  view->read(old);
+  view->applySettings();
+  EXPECT_FALSE(view->scaleFactorFromData());
+  EXPECT_DOUBLE_EQ(view->scaleFactor(), 1.0);
+  EXPECT_DOUBLE_EQ(view->glyphMapper()->GetScaleFactor(), 1.0);
+  // And one saved from the data follows the data it is loaded on.
+  view->read(derived);
+  derived["glyph_scale_factor"] = 7.0;
+  view->read(derived);
+  view->applySettings();
+  EXPECT_TRUE(view->scaleFactorFromData());
+  EXPECT_NEAR(view->scaleFactor(), 0.01, 1e-9);
 }

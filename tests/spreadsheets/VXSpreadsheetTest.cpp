@@ -17,10 +17,14 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFile>
+#include <QHeaderView>
+#include <QHelpEvent>
 #include <QImage>
 #include <QPainter>
 #include <QSignalSpy>
 #include <QTemporaryDir>
+#include <QTest>
+#include <QToolTip>
 
 #include <gtest/gtest.h>
 
@@ -288,4 +292,48 @@ TEST(VXSpreadsheetTableView, EmptyTableHintIsCentredItalicText)
   EXPECT_EQ(margin(VXSpreadsheetTableView::EmptyHintHtml(800)) -
                 margin(VXSpreadsheetTableView::EmptyHintHtml(600)),
             100);
+}
+
+TEST(VXSpreadsheetColumns, AreAtLeastAsWideAsTheirHeadersWithinALimit)
+{
+  DataStructure ds;
+  VXSpreadsheet sheet;
+  sheet.resize(900, 400);
+  sheet.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&sheet));
+  const std::string longName = "Average Misorientation Of The Neighbouring Grains In Degrees";
+  // Short values under a longer name, a name longer than any column may be, and values wider than
+  // their name.
+  sheet.addArray(MakeArray<int>(ds, "Grain Boundary Count", {1, 2, 3}), 1);
+  sheet.addArray(MakeArray<int>(ds, longName, {4, 5, 6}), 1);
+  sheet.addArray(MakeArray<double>(ds, "X", {-123456.789, 0.5, 2.0}), 1);
+  VXSpreadsheetTableView* view = sheet.tableView();
+  QHeaderView* header = view->horizontalHeader();
+  const int valueWidth = static_cast<int>(
+      sheet.model()->data(sheet.model()->index(0, 0), VXSpreadsheetModel::WidestRole).toDouble());
+  ASSERT_LT(valueWidth, header->sectionSizeHint(0));
+
+  EXPECT_GE(header->sectionSize(0), header->sectionSizeHint(0));
+  EXPECT_FALSE(view->headerElided(0));
+  const int limit = header->fontMetrics().averageCharWidth() * VXSpreadsheetTableView::k_MaxHeaderCharacters;
+  EXPECT_EQ(header->sectionSize(1), limit);
+  EXPECT_LT(header->sectionSize(1), header->sectionSizeHint(1));
+  EXPECT_TRUE(view->headerElided(1));
+  EXPECT_GT(header->sectionSize(2), header->sectionSizeHint(2));
+  EXPECT_FALSE(view->headerElided(2));
+
+  // Fitting a column again (a double click on its edge) keeps its header readable.
+  header->resizeSection(0, 10);
+  EXPECT_TRUE(view->headerElided(0));
+  sheet.resizeColumn(0);
+  EXPECT_GE(header->sectionSize(0), header->sectionSizeHint(0));
+
+  // The elided header shows whole in its tool tip; a header that fits needs none.
+  const QPoint elided(header->sectionViewportPosition(1) + header->sectionSize(1) / 2, header->height() / 2);
+  QHelpEvent help(QEvent::ToolTip, elided, header->viewport()->mapToGlobal(elided));
+  QApplication::sendEvent(header->viewport(), &help);
+  EXPECT_EQ(QToolTip::text(), QString::fromStdString(longName));
+  EXPECT_EQ(view->headerToolTip(1), QString::fromStdString(longName));
+  EXPECT_TRUE(view->headerToolTip(0).isEmpty());
+  EXPECT_TRUE(view->headerToolTip(2).isEmpty());
 }
