@@ -121,8 +121,8 @@ void VXImageSliceRepPimpl::initializeSettingsWidget()
 
   QVBoxLayout* annotations =
       sectionLayout(Utils::GenerateSettingsLabel(parent, content, QStringLiteral("Annotations")));
-  m_ScalarBarCheckBox =
-      Utils::GenerateScalarBarCheckBoxWidget(annotations->parentWidget(), annotations, m_ScalarBarVisible);
+  m_ScalarBarCheckBox = Utils::GenerateScalarBarCheckBoxWidget(annotations->parentWidget(), annotations,
+                                                               m_Colouring.m_ScalarBarVisible);
   connect(m_ScalarBarCheckBox.data(), &QCheckBox::toggled, this,
           &VXImageSliceRepPimpl::setScalarBarVisibility);
   addDataAxesGridControls(annotations);
@@ -140,10 +140,10 @@ void VXImageSliceRepPimpl::initializeSettingsWidget()
 void VXImageSliceRepPimpl::addColoringControls(QVBoxLayout* layout)
 {
   QWidget* parent = layout->parentWidget();
-  const QString active = isUsingSolidColor() ? k_SolidColor : m_ActiveArray;
-  auto [arrayBox, componentBox] =
-      Utils::GenerateArrayColoringComboBox(parent, layout, Utils::ColoringArrays(sliceImage()), active,
-                                           Utils::ComponentNames(activeDataArray()), m_ActiveComponent, true);
+  const QString active = isUsingSolidColor() ? k_SolidColor : m_Colouring.m_ActiveArray;
+  auto [arrayBox, componentBox] = Utils::GenerateArrayColoringComboBox(
+      parent, layout, Utils::ColoringArrays(sliceImage()), active, Utils::ComponentNames(activeDataArray()),
+      m_Colouring.m_ActiveComponent, true);
   m_ArrayComboBox = arrayBox;
   m_ArrayComboBox->setToolTip(Utils::HtmlToolTip(QStringLiteral("The array that colors the slice")));
   m_ComponentComboBox = componentBox;
@@ -162,7 +162,7 @@ void VXImageSliceRepPimpl::addColoringControls(QVBoxLayout* layout)
   connect(m_PresetButton.data(), &QPushButton::clicked, this,
           [this]()
           {
-            m_ColorPresetsDialog->setNanColor(m_NanColor, false);
+            m_ColorPresetsDialog->setNanColor(m_Colouring.m_NanColor, false);
             m_ColorPresetsDialog->show();
             m_ColorPresetsDialog->raise();
           });
@@ -172,7 +172,7 @@ void VXImageSliceRepPimpl::addColoringControls(QVBoxLayout* layout)
 
   QHBoxLayout* nanRow = newRow(layout);
   nanRow->addWidget(new QLabel(QStringLiteral("NaN Color: "), parent));
-  m_NanColorButton = new ZRColorButton(m_NanColor, parent);
+  m_NanColorButton = new ZRColorButton(m_Colouring.m_NanColor, parent);
   connect(m_NanColorButton.data(), &ZRColorButton::colorChanged, this, &VXImageSliceRepPimpl::setNanColor);
   nanRow->addWidget(m_NanColorButton);
   nanRow->addStretch(1);
@@ -210,7 +210,7 @@ void VXImageSliceRepPimpl::addColoringControls(QVBoxLayout* layout)
 
   QHBoxLayout* mapRow = newRow(layout);
   mapRow->addWidget(new QLabel(ZRVtkModule::constants::k_ScalarsMapping, parent));
-  m_MapScalarsComboBox = Utils::GenerateMapScalarsSelector(m_ScalarMapping, parent);
+  m_MapScalarsComboBox = Utils::GenerateMapScalarsSelector(m_Colouring.m_ScalarMapping, parent);
   connect(m_MapScalarsComboBox.data(), qOverload<int>(&QComboBox::currentIndexChanged), this,
           &VXImageSliceRepPimpl::setScalarMapping);
   mapRow->addWidget(m_MapScalarsComboBox, 1);
@@ -363,14 +363,16 @@ void VXImageSliceRepPimpl::updateSettingsControls()
     const QSignalBlocker blocker(m_ArrayComboBox);
     const QMap<QString, QIcon> arrays = Utils::ColoringArrays(sliceImage());
     Utils::UpdateArrayColoringComboBox(m_ArrayComboBox, arrays, true);
-    const int index = m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_ActiveArray);
+    const int index =
+        m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_Colouring.m_ActiveArray);
     m_ArrayComboBox->setCurrentIndex(qMax(0, index));
     m_ArrayComboBox->setEnabled(!arrays.isEmpty());
   }
   if (m_ComponentComboBox)
   {
     const QSignalBlocker blocker(m_ComponentComboBox);
-    Utils::UpdateComponentComboBox(m_ComponentComboBox, m_ActiveArray, m_ActiveArray, m_ActiveComponent,
+    Utils::UpdateComponentComboBox(m_ComponentComboBox, m_Colouring.m_ActiveArray, m_Colouring.m_ActiveArray,
+                                   m_Colouring.m_ActiveComponent,
                                    isUsingSolidColor() ? QList<QString>()
                                                        : Utils::ComponentNames(activeDataArray()));
   }
@@ -382,21 +384,21 @@ void VXImageSliceRepPimpl::updateSettingsControls()
   if (m_NanColorButton)
   {
     const QSignalBlocker blocker(m_NanColorButton);
-    m_NanColorButton->setColor(m_NanColor);
+    m_NanColorButton->setColor(m_Colouring.m_NanColor);
   }
-  setChecked(m_InvertButton, m_ColorMapInverted);
-  setChecked(m_CategoriesCheckBox, m_ValuesAsCategories);
+  setChecked(m_InvertButton, m_Colouring.m_ColorMapInverted);
+  setChecked(m_CategoriesCheckBox, m_Colouring.m_ValuesAsCategories);
   if (m_MapScalarsComboBox)
   {
     const QSignalBlocker blocker(m_MapScalarsComboBox);
-    m_MapScalarsComboBox->setCurrentIndex(m_ScalarMapping);
+    m_MapScalarsComboBox->setCurrentIndex(m_Colouring.m_ScalarMapping);
   }
   if (m_OpacitySlider)
   {
     const QSignalBlocker blocker(m_OpacitySlider);
     m_OpacitySlider->setValue(getOpacity());
   }
-  setChecked(m_ScalarBarCheckBox, m_ScalarBarVisible);
+  setChecked(m_ScalarBarCheckBox, m_Colouring.m_ScalarBarVisible);
   setChecked(m_DataGridCheckBox, m_DataGridVisible);
   setChecked(m_LinkPhysicalUnitsCheckBox, m_LinkPhysicalUnits);
   if (m_LinkSlicesButton)
@@ -430,8 +432,8 @@ void VXImageSliceRepPimpl::updateSettingsControls()
   {
     setEnabled(widget, !solid);
   }
-  setEnabled(m_CustomRangeButton, !solid && !m_ValuesAsCategories);
-  setEnabled(m_RescaleButton, !solid && !m_ValuesAsCategories);
+  setEnabled(m_CustomRangeButton, !solid && !m_Colouring.m_ValuesAsCategories);
+  setEnabled(m_RescaleButton, !solid && !m_Colouring.m_ValuesAsCategories);
   const bool hasSlices = hasImage();
   for (QWidget* widget :
        std::initializer_list<QWidget*>{m_SliceSlider, m_SliceSpinBox, m_SliceDirectionComboBox,

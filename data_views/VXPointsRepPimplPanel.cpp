@@ -126,10 +126,10 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
 {
   QWidget* parent = layout->parentWidget();
   vtkDataArray* array = activeDataArray();
-  const QString active = isUsingSolidColor() ? k_SolidColor : m_ActiveArray;
+  const QString active = isUsingSolidColor() ? k_SolidColor : m_Colouring.m_ActiveArray;
   auto [arrayBox, componentBox] =
       Utils::GenerateArrayColoringComboBox(parent, layout, Utils::ColoringArrays(inputDataSet()), active,
-                                           Utils::ComponentNames(array), m_ActiveComponent, true);
+                                           Utils::ComponentNames(array), m_Colouring.m_ActiveComponent, true);
   m_ArrayComboBox = arrayBox;
   m_ArrayComboBox->setToolTip(Utils::HtmlToolTip(QStringLiteral("The array that colors the view")));
   m_ComponentComboBox = componentBox;
@@ -156,7 +156,7 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
   connect(m_PresetButton.data(), &QPushButton::clicked, this,
           [this]()
           {
-            m_ColorPresetsDialog->setNanColor(m_NanColor, false);
+            m_ColorPresetsDialog->setNanColor(m_Colouring.m_NanColor, false);
             m_ColorPresetsDialog->show();
             m_ColorPresetsDialog->raise();
           });
@@ -170,7 +170,7 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
   nanRow->setSpacing(2);
   auto* nanLabel = new QLabel(QStringLiteral("NaN Color: "), parent);
   m_NanColorLabel = nanLabel;
-  m_NanColorButton = new ZRColorButton(m_NanColor, parent);
+  m_NanColorButton = new ZRColorButton(m_Colouring.m_NanColor, parent);
   m_NanColorButton->setToolTip(
       Utils::HtmlToolTip(QStringLiteral("The color of missing values and of values outside the range")));
   connect(m_NanColorButton.data(), &ZRColorButton::colorChanged, this, &VXPointsRepPimpl::setNanColor);
@@ -212,7 +212,7 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
             setInterpretValuesAsCategories(categories);
             if (categories)
             {
-              m_LUTEditor->setNanColor(m_NanColor);
+              m_LUTEditor->setNanColor(m_Colouring.m_NanColor);
             }
             updateSettingsControls();
           });
@@ -223,7 +223,7 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
           [this]()
           {
             m_LUTEditor->initializeCustomTable(m_LookupTable->getColorTransferFunction());
-            m_LUTEditor->setNanColor(m_NanColor);
+            m_LUTEditor->setNanColor(m_Colouring.m_NanColor);
             m_LUTEditor->show();
             m_LUTEditor->raise();
           });
@@ -232,7 +232,7 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
   mapRow->setContentsMargins(4, 2, 4, 2);
   mapRow->setSpacing(2);
   mapRow->addWidget(new QLabel(ZRVtkModule::constants::k_ScalarsMapping, parent));
-  m_MapScalarsComboBox = Utils::GenerateMapScalarsSelector(m_ScalarMapping, parent);
+  m_MapScalarsComboBox = Utils::GenerateMapScalarsSelector(m_Colouring.m_ScalarMapping, parent);
   connect(m_MapScalarsComboBox.data(), qOverload<int>(&QComboBox::currentIndexChanged), this,
           &VXPointsRepPimpl::setScalarMapping);
   mapRow->addWidget(m_MapScalarsComboBox, 1);
@@ -246,7 +246,7 @@ void VXPointsRepPimpl::arrayNameComboTextChanged(const QString& text)
   setActiveArray(text);
   if (m_ComponentComboBox)
   {
-    Utils::UpdateComponentComboBox(m_ComponentComboBox, text, text, m_ActiveComponent,
+    Utils::UpdateComponentComboBox(m_ComponentComboBox, text, text, m_Colouring.m_ActiveComponent,
                                    Utils::ComponentNames(activeDataArray()));
   }
   generateHistogramData();
@@ -300,7 +300,7 @@ void VXPointsRepPimpl::addAnnotationControls(QVBoxLayout* layout)
 void VXPointsRepPimpl::addScalarBarControls(QVBoxLayout* layout)
 {
   m_ScalarBarCheckBox =
-      Utils::GenerateScalarBarCheckBoxWidget(layout->parentWidget(), layout, m_ScalarBarVisible);
+      Utils::GenerateScalarBarCheckBoxWidget(layout->parentWidget(), layout, m_Colouring.m_ScalarBarVisible);
   connect(m_ScalarBarCheckBox.data(), &QCheckBox::toggled, this, &VXPointsRepPimpl::setScalarBarVisibility);
   addHelpToolTip(m_ScalarBarCheckBox, Doc::LevelAnchor(levelName(), Doc::k_ColorLegend),
                  QStringLiteral("Shows the color map with its range beside the view."));
@@ -338,8 +338,9 @@ void VXPointsRepPimpl::generateHistogramData()
   {
     return;
   }
-  m_HistogramWidget->setArray(isUsingSolidColor() ? nullptr : activeDataArray(), m_ActiveComponent,
-                              m_UsingCustomRange, m_CustomRange);
+  m_HistogramWidget->setArray(isUsingSolidColor() ? nullptr : activeDataArray(),
+                              m_Colouring.m_ActiveComponent, m_Colouring.m_UsingCustomRange,
+                              m_Colouring.m_CustomRange);
   m_HistogramWidget->setPlotVisibility(!isUsingSolidColor());
 }
 
@@ -372,8 +373,8 @@ void VXPointsRepPimpl::stopObservingProducerForHistogram()
 
 void VXPointsRepPimpl::restoreDefaultIndexedPresetColors()
 {
-  m_UsingDefaultIndexedPreset = true;
-  m_IndexedPreset = ZRPreferences::Instance()->getDefaultIndexedColorPreset();
+  m_Colouring.m_UsingDefaultIndexedPreset = true;
+  m_Colouring.m_IndexedPreset = ZRPreferences::Instance()->getDefaultIndexedColorPreset();
   updateColoring();
   requestRender();
 }
@@ -386,24 +387,26 @@ void VXPointsRepPimpl::updateSettingsControls()
     const QSignalBlocker blocker(m_ArrayComboBox);
     const QMap<QString, QIcon> arrays = Utils::ColoringArrays(inputDataSet());
     Utils::UpdateArrayColoringComboBox(m_ArrayComboBox, arrays, true);
-    const int index = m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_ActiveArray);
+    const int index =
+        m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_Colouring.m_ActiveArray);
     m_ArrayComboBox->setCurrentIndex(qMax(0, index));
     m_ArrayComboBox->setEnabled(!arrays.isEmpty());
   }
-  Utils::UpdateComponentComboBox(m_ComponentComboBox, m_ActiveArray, m_ActiveArray, m_ActiveComponent,
+  Utils::UpdateComponentComboBox(m_ComponentComboBox, m_Colouring.m_ActiveArray, m_Colouring.m_ActiveArray,
+                                 m_Colouring.m_ActiveComponent,
                                  isUsingSolidColor() ? QList<QString>()
                                                      : Utils::ComponentNames(activeDataArray()));
-  setChecked(m_InvertButton, m_ColorMapInverted);
+  setChecked(m_InvertButton, m_Colouring.m_ColorMapInverted);
   if (m_NanColorButton)
   {
     const QSignalBlocker blocker(m_NanColorButton);
-    m_NanColorButton->setColor(m_NanColor);
+    m_NanColorButton->setColor(m_Colouring.m_NanColor);
   }
-  setChecked(m_CategoriesCheckBox, m_ValuesAsCategories);
+  setChecked(m_CategoriesCheckBox, m_Colouring.m_ValuesAsCategories);
   if (m_MapScalarsComboBox)
   {
     const QSignalBlocker blocker(m_MapScalarsComboBox);
-    m_MapScalarsComboBox->setCurrentIndex(m_ScalarMapping);
+    m_MapScalarsComboBox->setCurrentIndex(m_Colouring.m_ScalarMapping);
   }
   if (m_PointSizeEdit)
   {
@@ -412,7 +415,7 @@ void VXPointsRepPimpl::updateSettingsControls()
     ZRStyle::ChangeBorderStyle(m_PointSizeEdit, false);
   }
   setChecked(m_PointsAsSpheresCheckBox, m_RenderPointsAsSpheres);
-  setChecked(m_ScalarBarCheckBox, m_ScalarBarVisible);
+  setChecked(m_ScalarBarCheckBox, m_Colouring.m_ScalarBarVisible);
   setChecked(m_HistogramCheckBox, m_GenerateHistogramData);
   if (m_HistogramWidget)
   {
@@ -424,11 +427,11 @@ void VXPointsRepPimpl::updateSettingsControls()
   }
   if (m_LUTEditor)
   {
-    m_LUTEditor->setNanColor(m_NanColor);
+    m_LUTEditor->setNanColor(m_Colouring.m_NanColor);
   }
   if (m_ColorPresetsDialog)
   {
-    m_ColorPresetsDialog->setNanColor(m_NanColor, false);
+    m_ColorPresetsDialog->setNanColor(m_Colouring.m_NanColor, false);
   }
   generateHistogramData();
   updateColorControlsEnabled();
@@ -445,10 +448,10 @@ void VXPointsRepPimpl::updateColorControlsEnabled()
   setEnabled(m_InvertButton, own && !solid);
   setEnabled(m_NanColorButton, own && !solid);
   setEnabled(m_NanColorLabel, own && !solid);
-  setEnabled(m_CustomRangeButton, !solid && !m_ValuesAsCategories);
-  setEnabled(m_RescaleButton, !solid && !m_ValuesAsCategories);
+  setEnabled(m_CustomRangeButton, !solid && !m_Colouring.m_ValuesAsCategories);
+  setEnabled(m_RescaleButton, !solid && !m_Colouring.m_ValuesAsCategories);
   setEnabled(m_CategoriesCheckBox, !solid);
-  setEnabled(m_LUTEditorButton, !solid && m_ValuesAsCategories);
+  setEnabled(m_LUTEditorButton, !solid && m_Colouring.m_ValuesAsCategories);
   setEnabled(m_MapScalarsComboBox, !solid);
   setEnabled(m_ScalarBarCheckBox, !solid);
 }
