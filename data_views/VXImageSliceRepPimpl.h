@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data_bridge/zr_contract/ColorPreset.h"
+#include "data_views/VXColouringControls.h"
 #include "data_views/VXColouringSettings.h"
 #include "data_views/VXRepresentationPimpl.h"
 #include "data_views/ZRVtkModuleConstants.h"
@@ -255,13 +256,7 @@ private:
   QPointer<ZRComboBox> m_ComponentComboBox;
   QPointer<QLabel> m_SolidColorLabel;
   QPointer<ZRColorButton> m_SolidColorButton;
-  QPointer<ZRIconPushButton> m_PresetButton;
-  QPointer<ZRIconPushButton> m_InvertButton;
-  QPointer<ZRColorButton> m_NanColorButton;
-  QPointer<ZRIconPushButton> m_CustomRangeButton;
-  QPointer<ZRIconPushButton> m_RescaleButton;
-  QPointer<ZRCheckBox> m_CategoriesCheckBox;
-  QPointer<ZRComboBox> m_MapScalarsComboBox;
+  VXColouringControls m_ColourControls;
   QPointer<ZRSlider> m_OpacitySlider;
   QPointer<ZRCheckBox> m_ScalarBarCheckBox;
   QPointer<ZRIconPushButton> m_LinkSlicesButton;

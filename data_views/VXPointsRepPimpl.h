@@ -1,6 +1,7 @@
 #pragma once
 
 #include "data_bridge/zr_contract/ColorPreset.h"
+#include "data_views/VXColouringControls.h"
 #include "data_views/VXColouringSettings.h"
 #include "data_views/VXOutlineRepPimpl.h"
 
@@ -156,15 +157,8 @@ protected:
   QPointer<VXArrayHistogramWidget> m_HistogramWidget;
   QPointer<ZRComboBox> m_ArrayComboBox;
   QPointer<ZRComboBox> m_ComponentComboBox;
-  QPointer<ZRIconPushButton> m_PresetButton;
-  QPointer<ZRIconPushButton> m_InvertButton;
-  QPointer<QLabel> m_NanColorLabel;
-  QPointer<ZRColorButton> m_NanColorButton;
-  QPointer<ZRIconPushButton> m_CustomRangeButton;
-  QPointer<ZRIconPushButton> m_RescaleButton;
-  QPointer<ZRCheckBox> m_CategoriesCheckBox;
+  VXColouringControls m_ColourControls;
   QPointer<ZRIconPushButton> m_LUTEditorButton;
-  QPointer<ZRComboBox> m_MapScalarsComboBox;
   QPointer<ZRLineEdit> m_PointSizeEdit;
   QPointer<ZRCheckBox> m_PointsAsSpheresCheckBox;
   QPointer<ZRCheckBox> m_ScalarBarCheckBox;

@@ -149,73 +149,43 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
 
   addSolidColorControls(layout);
 
-  auto* presetRow = new QHBoxLayout();
-  presetRow->setContentsMargins(2, 2, 2, 2);
-  presetRow->setSpacing(2);
-  m_PresetButton = Utils::GenerateColorPresetsButton(presetRow, parent);
-  connect(m_PresetButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            m_ColorPresetsDialog->setNanColor(m_Colouring.m_NanColor, false);
-            m_ColorPresetsDialog->show();
-            m_ColorPresetsDialog->raise();
-          });
-  m_InvertButton = Utils::GenerateInvertColorButton(presetRow, parent);
-  connect(m_InvertButton.data(), &QPushButton::toggled, this, &VXPointsRepPimpl::setColorMapInverted);
-  presetRow->addStretch(1);
-  layout->addLayout(presetRow);
-
-  auto* nanRow = new QHBoxLayout();
-  nanRow->setContentsMargins(2, 2, 2, 2);
-  nanRow->setSpacing(2);
-  auto* nanLabel = new QLabel(QStringLiteral("NaN Color: "), parent);
-  m_NanColorLabel = nanLabel;
-  m_NanColorButton = new ZRColorButton(m_Colouring.m_NanColor, parent);
-  m_NanColorButton->setToolTip(
+  m_ColourControls.addPresetRow(
+      VXColouringControls::addRow(layout, 2), parent, this,
+      [this]()
+      {
+        m_ColorPresetsDialog->setNanColor(m_Colouring.m_NanColor, false);
+        m_ColorPresetsDialog->show();
+        m_ColorPresetsDialog->raise();
+      },
+      [this](bool inverted) { setColorMapInverted(inverted); });
+  m_ColourControls.addNanColorRow(VXColouringControls::addRow(layout, 2), parent, this,
+                                  m_Colouring.m_NanColor,
+                                  [this](const QColor& color) { setNanColor(color); });
+  m_ColourControls.m_NanColorButton->setToolTip(
       Utils::HtmlToolTip(QStringLiteral("The color of missing values and of values outside the range")));
-  connect(m_NanColorButton.data(), &ZRColorButton::colorChanged, this, &VXPointsRepPimpl::setNanColor);
-  nanRow->addWidget(nanLabel);
-  nanRow->addWidget(m_NanColorButton);
-  nanRow->addStretch(1);
-  layout->addLayout(nanRow);
-
-  auto* rangeRow = new QHBoxLayout();
-  rangeRow->setContentsMargins(2, 2, 2, 2);
-  rangeRow->setSpacing(2);
-  m_CustomRangeButton = Utils::GenerateZRPushButton(QStringLiteral("Custom Range"),
-                                                    QStringLiteral("Set the range the color map spans"),
-                                                    false, false, rangeRow, parent);
-  connect(m_CustomRangeButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            m_CustomRangeDialog->setRange(colorRange());
-            m_CustomRangeDialog->show();
-            m_CustomRangeDialog->raise();
-          });
-  m_RescaleButton = Utils::GenerateZRPushButton(
-      QStringLiteral("Data Range"), QStringLiteral("Rescale the color map to the range of the data"), false,
-      false, rangeRow, parent);
-  connect(m_RescaleButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            useDataRange();
-            updateSettingsControls();
-          });
-  rangeRow->addStretch(1);
-  layout->addLayout(rangeRow);
-
-  m_CategoriesCheckBox =
-      Utils::GenerateCheckBoxWidget(parent, layout, QStringLiteral("Interpret Values As Categories"));
-  connect(m_CategoriesCheckBox.data(), &QCheckBox::toggled, this,
-          [this](bool categories)
-          {
-            setInterpretValuesAsCategories(categories);
-            if (categories)
-            {
-              m_LUTEditor->setNanColor(m_Colouring.m_NanColor);
-            }
-            updateSettingsControls();
-          });
+  m_ColourControls.addRangeRow(
+      VXColouringControls::addRow(layout, 2), parent, this,
+      [this]()
+      {
+        m_CustomRangeDialog->setRange(colorRange());
+        m_CustomRangeDialog->show();
+        m_CustomRangeDialog->raise();
+      },
+      [this]()
+      {
+        useDataRange();
+        updateSettingsControls();
+      });
+  m_ColourControls.addCategoriesCheckBox(layout, parent, this,
+                                         [this](bool categories)
+                                         {
+                                           setInterpretValuesAsCategories(categories);
+                                           if (categories)
+                                           {
+                                             m_LUTEditor->setNanColor(m_Colouring.m_NanColor);
+                                           }
+                                           updateSettingsControls();
+                                         });
   m_LUTEditorButton = Utils::GenerateZRPushButton(
       QStringLiteral("Edit Categories"), QStringLiteral("Edit the colors and labels of the categories"),
       false, true, layout, parent);
@@ -228,16 +198,10 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
             m_LUTEditor->raise();
           });
 
-  auto* mapRow = new QHBoxLayout();
-  mapRow->setContentsMargins(4, 2, 4, 2);
-  mapRow->setSpacing(2);
-  mapRow->addWidget(new QLabel(ZRVtkModule::constants::k_ScalarsMapping, parent));
-  m_MapScalarsComboBox = Utils::GenerateMapScalarsSelector(m_Colouring.m_ScalarMapping, parent);
-  connect(m_MapScalarsComboBox.data(), qOverload<int>(&QComboBox::currentIndexChanged), this,
-          &VXPointsRepPimpl::setScalarMapping);
-  mapRow->addWidget(m_MapScalarsComboBox, 1);
-  layout->addLayout(mapRow);
-  addHelpToolTip(m_MapScalarsComboBox, Doc::LevelAnchor(levelName(), Doc::k_MapScalars),
+  m_ColourControls.addMapScalarsRow(VXColouringControls::addRow(layout, 4), parent, this,
+                                    m_Colouring.m_ScalarMapping,
+                                    [this](int index) { setScalarMapping(index); });
+  addHelpToolTip(m_ColourControls.m_MapScalarsComboBox, Doc::LevelAnchor(levelName(), Doc::k_MapScalars),
                  QStringLiteral("Whether array values go through the color map or are drawn as colors."));
 }
 
@@ -396,18 +360,7 @@ void VXPointsRepPimpl::updateSettingsControls()
                                  m_Colouring.m_ActiveComponent,
                                  isUsingSolidColor() ? QList<QString>()
                                                      : Utils::ComponentNames(activeDataArray()));
-  setChecked(m_InvertButton, m_Colouring.m_ColorMapInverted);
-  if (m_NanColorButton)
-  {
-    const QSignalBlocker blocker(m_NanColorButton);
-    m_NanColorButton->setColor(m_Colouring.m_NanColor);
-  }
-  setChecked(m_CategoriesCheckBox, m_Colouring.m_ValuesAsCategories);
-  if (m_MapScalarsComboBox)
-  {
-    const QSignalBlocker blocker(m_MapScalarsComboBox);
-    m_MapScalarsComboBox->setCurrentIndex(m_Colouring.m_ScalarMapping);
-  }
+  m_ColourControls.showSettings(m_Colouring);
   if (m_PointSizeEdit)
   {
     const QSignalBlocker blocker(m_PointSizeEdit);
@@ -444,15 +397,15 @@ void VXPointsRepPimpl::updateColorControlsEnabled()
   const bool solid = isUsingSolidColor() || activeDataArray() == nullptr;
   setEnabled(m_SolidColorButton, own && solid);
   setEnabled(m_SolidColorLabel, own && solid);
-  setEnabled(m_PresetButton, own && !solid);
-  setEnabled(m_InvertButton, own && !solid);
-  setEnabled(m_NanColorButton, own && !solid);
-  setEnabled(m_NanColorLabel, own && !solid);
-  setEnabled(m_CustomRangeButton, !solid && !m_Colouring.m_ValuesAsCategories);
-  setEnabled(m_RescaleButton, !solid && !m_Colouring.m_ValuesAsCategories);
-  setEnabled(m_CategoriesCheckBox, !solid);
+  setEnabled(m_ColourControls.m_PresetButton, own && !solid);
+  setEnabled(m_ColourControls.m_InvertButton, own && !solid);
+  setEnabled(m_ColourControls.m_NanColorButton, own && !solid);
+  setEnabled(m_ColourControls.m_NanColorLabel, own && !solid);
+  setEnabled(m_ColourControls.m_CustomRangeButton, !solid && !m_Colouring.m_ValuesAsCategories);
+  setEnabled(m_ColourControls.m_RescaleButton, !solid && !m_Colouring.m_ValuesAsCategories);
+  setEnabled(m_ColourControls.m_CategoriesCheckBox, !solid);
   setEnabled(m_LUTEditorButton, !solid && m_Colouring.m_ValuesAsCategories);
-  setEnabled(m_MapScalarsComboBox, !solid);
+  setEnabled(m_ColourControls.m_MapScalarsComboBox, !solid);
   setEnabled(m_ScalarBarCheckBox, !solid);
 }
 
