@@ -50,29 +50,12 @@ using image_slice_utilities::VXOpenGLImageSliceMapper;
 
 namespace
 {
-const char* const k_ActiveArray = "active_array";
-const char* const k_ActiveComponent = "active_component";
-const char* const k_ScalarBarVisible = "scalar_bar_visible";
-const char* const k_ScalarBarPosition[4] = {"source_position_x", "source_position_y", "source_position2_x",
-                                            "source_position2_y"};
-const char* const k_ColorMapInverted = "color_map_inverted";
-const char* const k_ColorPreset = "color_preset";
-const char* const k_UsingDefaultPreset = "using_default_preset";
-const char* const k_IndexedColorPreset = "indexed_color_preset";
-const char* const k_UsingDefaultIndexedPreset = "using_default_indexed_preset";
-const char* const k_ScalarMapping = "scalar_mapping";
 const char* const k_SliceDirection = "slice_dir";
 const char* const k_SliceNumber = "slice_num";
-const char* const k_UsingCustomRange = "using_custom_range";
-const char* const k_CustomRangeMin = "custom_range_min";
-const char* const k_CustomRangeMax = "custom_range_max";
 const char* const k_SolidColor[3] = {"solid_color_r", "solid_color_g", "solid_color_b"};
-const char* const k_NanColor[3] = {"nan_color_r", "nan_color_g", "nan_color_b"};
 const char* const k_ToggleLeft = "toggle_left_slice_num";
 const char* const k_ToggleRight = "toggle_right_slice_num";
 const char* const k_AnimationDuration = "animation_duration";
-const char* const k_UsingSolidColor = "using_solid_color";
-const char* const k_ValuesAsCategories = "values_as_categories";
 const char* const k_GenerateHistogramData = "generate_histogram_data";
 const char* const k_OpacityPercent = "opacity_percent";
 
@@ -97,21 +80,6 @@ ZRVtkModule::constants::SliceDirection directionFrom(int value)
                       : ZRVtkModule::constants::XYPlane;
 }
 
-void readPresetSetting(const QtZRSettings& settings, const char* key,
-                       zr::core::ColorTableUtilities::ColorPreset& preset)
-{
-  const QString name = QString::fromLatin1(key);
-  if (!settings.contains(name))
-  {
-    return;
-  }
-  const nlohmann::json json =
-      nlohmann::json::parse(settings.value(name).toString().toStdString(), nullptr, false);
-  if (json.is_object())
-  {
-    preset = zr::core::ColorTableUtilities::ColorPreset(json);
-  }
-}
 } // namespace
 
 VXImageSliceRepPimpl::VXImageSliceRepPimpl(VXRepresentation* owner, VXAbstractViewWidget* view)
@@ -122,8 +90,6 @@ VXImageSliceRepPimpl::VXImageSliceRepPimpl(VXRepresentation* owner, VXAbstractVi
     , m_SolidColorTable(vtkSmartPointer<vtkLookupTable>::New())
     , m_LookupTable(new VXLookupTable(this))
     , m_ScalarBarWidget(vtkSmartPointer<vtkScalarBarWidget>::New())
-    , m_RgbPreset(ZRPreferences::Instance()->getDefaultColorPreset())
-    , m_IndexedPreset(ZRPreferences::Instance()->getDefaultIndexedColorPreset())
 {
   m_ImageSlice->SetMapper(m_Mapper);
   m_ImageSlice->GetProperty()->SetInterpolationTypeToNearest();
@@ -221,12 +187,12 @@ void VXImageSliceRepPimpl::initialize(vtkAlgorithmOutput* inputPort)
     return;
   }
   m_Filter->Update();
-  if (m_ActiveArray.isEmpty() && !m_UsingSolidColor)
+  if (m_Colouring.m_ActiveArray.isEmpty() && !m_Colouring.m_UsingSolidColor)
   {
     // A new view shows the image's own scalars.
     if (vtkDataArray* scalars = sliceImage()->GetPointData()->GetScalars())
     {
-      m_ActiveArray = QString::fromUtf8(scalars->GetName() != nullptr ? scalars->GetName() : "");
+      m_Colouring.m_ActiveArray = QString::fromUtf8(scalars->GetName() != nullptr ? scalars->GetName() : "");
     }
   }
   if (m_Interactor != nullptr && m_TimerObserverTag == 0)
@@ -240,7 +206,7 @@ void VXImageSliceRepPimpl::initialize(vtkAlgorithmOutput* inputPort)
     window->addActor(m_ImageSlice);
   }
   m_ImageSlice->SetVisibility(isVisible());
-  setScalarBarVisibility(m_ScalarBarVisible);
+  setScalarBarVisibility(m_Colouring.m_ScalarBarVisible);
   requestRender();
 }
 
@@ -284,7 +250,7 @@ void VXImageSliceRepPimpl::setVisibility(bool visible)
     }
     window->render();
   }
-  setScalarBarVisibility(m_ScalarBarVisible);
+  setScalarBarVisibility(m_Colouring.m_ScalarBarVisible);
 }
 
 std::array<double, 6> VXImageSliceRepPimpl::getModuleBounds() const
@@ -338,7 +304,7 @@ void VXImageSliceRepPimpl::applySettings()
 {
   m_ImageSlice->GetProperty()->SetOpacity(m_Opacity);
   loadKeptRgbPreset();
-  m_LookupTable->setNANColor(m_NanColor);
+  m_LookupTable->setNANColor(m_Colouring.m_NanColor);
   if (hasImage())
   {
     m_Filter->Update();
@@ -379,90 +345,31 @@ void VXImageSliceRepPimpl::receivePipelineOutputReloaded()
 vtkDataArray* VXImageSliceRepPimpl::activeDataArray() const
 {
   vtkImageData* image = sliceImage();
-  if (image == nullptr || m_ActiveArray.isEmpty())
+  if (image == nullptr || m_Colouring.m_ActiveArray.isEmpty())
   {
     return nullptr;
   }
-  return image->GetPointData()->GetArray(m_ActiveArray.toUtf8().constData());
+  return image->GetPointData()->GetArray(m_Colouring.m_ActiveArray.toUtf8().constData());
 }
 
 bool VXImageSliceRepPimpl::isUsingSolidColor() const
 {
-  return m_UsingSolidColor || m_ActiveArray.isEmpty() ||
-         m_ActiveArray == ZRVtkModule::constants::k_SolidColor;
+  return m_Colouring.isUsingSolidColor();
 }
 
 void VXImageSliceRepPimpl::loadKeptRgbPreset()
 {
-  if (m_UsingDefaultPreset)
-  {
-    m_LookupTable->parseRgbArray({VXLookupTable::k_DefaultPresetName});
-  }
-  else
-  {
-    m_LookupTable->parseRgbJson(m_RgbPreset);
-  }
+  m_Colouring.loadKeptRgbPreset(*m_LookupTable);
 }
 
 std::array<double, 2> VXImageSliceRepPimpl::colorRange() const
 {
-  if (m_UsingCustomRange)
-  {
-    return m_CustomRange;
-  }
-  std::array<double, 2> range = {0.0, 1.0};
-  vtkDataArray* array = activeDataArray();
-  if (array == nullptr)
-  {
-    return range;
-  }
-  const int component = array->GetNumberOfComponents() == 1 ? 0 : m_ActiveComponent;
-  array->GetRange(range.data(), component);
-  if (!(range[0] < range[1]))
-  {
-    range = {range[0] - 0.5, range[0] + 0.5};
-  }
-  return range;
+  return m_Colouring.colorRange(activeDataArray());
 }
 
 const std::set<double>& VXImageSliceRepPimpl::uniqueValues()
 {
-  QMap<int, std::set<double>>& byComponent = m_UniqueValues[m_ActiveArray];
-  if (byComponent.contains(m_ActiveComponent))
-  {
-    return byComponent[m_ActiveComponent];
-  }
-  std::set<double>& values = byComponent[m_ActiveComponent];
-  vtkDataArray* array = activeDataArray();
-  if (array == nullptr)
-  {
-    return values;
-  }
-  const int components = array->GetNumberOfComponents();
-  const vtkIdType tuples = array->GetNumberOfTuples();
-  for (vtkIdType tuple = 0; tuple < tuples; ++tuple)
-  {
-    double value = 0.0;
-    if (m_ActiveComponent == k_Magnitude && components > 1)
-    {
-      for (int c = 0; c < components; ++c)
-      {
-        const double v = array->GetComponent(tuple, c);
-        value += v * v;
-      }
-      value = std::sqrt(value);
-    }
-    else
-    {
-      value = array->GetComponent(tuple, components == 1 ? 0 : m_ActiveComponent);
-    }
-    values.insert(value);
-    if (values.size() > static_cast<size_t>(VXLookupTable::k_MaxNumberIndexedColors))
-    {
-      break;
-    }
-  }
-  return values;
+  return m_Colouring.uniqueValues(activeDataArray(), m_UniqueValues);
 }
 
 void VXImageSliceRepPimpl::updateColoring()
@@ -482,70 +389,24 @@ void VXImageSliceRepPimpl::updateColoring()
     return;
   }
   m_Filter->SetActiveArrayName(array->GetName());
+  const QString title = m_Colouring.applyToLookupTable(array, *m_LookupTable, m_UniqueValues);
   vtkColorTransferFunction* transferFunction = m_LookupTable->getColorTransferFunction();
-  const int components = array->GetNumberOfComponents();
-  if (m_ActiveComponent >= components)
-  {
-    m_ActiveComponent = k_Magnitude;
-  }
-  QString title = QString::fromUtf8(array->GetName());
-  if (components == 1)
-  {
-    transferFunction->SetVectorModeToComponent();
-    transferFunction->SetVectorComponent(0);
-  }
-  else if (m_ActiveComponent == k_Magnitude)
-  {
-    transferFunction->SetVectorModeToMagnitude();
-    title += QStringLiteral("\nMagnitude");
-  }
-  else
-  {
-    transferFunction->SetVectorModeToComponent();
-    transferFunction->SetVectorComponent(m_ActiveComponent);
-    title += QStringLiteral("\n") + QString::number(m_ActiveComponent);
-  }
-  if (m_ValuesAsCategories)
-  {
-    m_LookupTable->parseIndexedJson<double>(m_UsingDefaultIndexedPreset
-                                                ? ZRPreferences::Instance()->getDefaultIndexedColorPreset()
-                                                : m_IndexedPreset,
-                                            uniqueValues());
-  }
-  else
-  {
-    const std::array<double, 2> range = colorRange();
-    m_LookupTable->setRange(range[0], range[1]);
-  }
-  if (m_ColorMapInverted != m_LookupTable->isInverted())
-  {
-    m_LookupTable->invert();
-  }
-  // Colour arrays are drawn as they are unless the mapping says to map everything.
-  const bool direct =
-      m_ScalarMapping == 2 || (m_ScalarMapping == 1 && ZRVtkModule::utils::IsColorArray(array));
-  property->SetLookupTable(direct ? nullptr : transferFunction);
+  property->SetLookupTable(m_Colouring.mapsDirectly(array) ? nullptr : transferFunction);
   property->UseLookupTableScalarRangeOn();
-
-  auto* representation = vtkScalarBarRepresentation::SafeDownCast(m_ScalarBarWidget->GetRepresentation());
-  vtkScalarBarActor* bar = representation->GetScalarBarActor();
-  bar->SetLookupTable(transferFunction);
-  bar->SetTitle(title.toUtf8().constData());
-  representation->SetPosition(m_ScalarBarPosition[0], m_ScalarBarPosition[1]);
-  representation->SetPosition2(m_ScalarBarPosition[2], m_ScalarBarPosition[3]);
-  setScalarBarVisibility(m_ScalarBarVisible);
+  m_Colouring.updateScalarBar(m_ScalarBarWidget, transferFunction, title);
+  setScalarBarVisibility(m_Colouring.m_ScalarBarVisible);
 }
 
 void VXImageSliceRepPimpl::setActiveArray(const QString& arrayName)
 {
-  if (arrayName != m_ActiveArray)
+  if (arrayName != m_Colouring.m_ActiveArray)
   {
-    m_ActiveComponent = k_Magnitude;
+    m_Colouring.m_ActiveComponent = k_Magnitude;
   }
-  m_UsingSolidColor = arrayName.isEmpty() || arrayName == ZRVtkModule::constants::k_SolidColor;
-  if (!m_UsingSolidColor)
+  m_Colouring.m_UsingSolidColor = arrayName.isEmpty() || arrayName == ZRVtkModule::constants::k_SolidColor;
+  if (!m_Colouring.m_UsingSolidColor)
   {
-    m_ActiveArray = arrayName;
+    m_Colouring.m_ActiveArray = arrayName;
   }
   updateColoring();
   generateHistogramData();
@@ -554,7 +415,7 @@ void VXImageSliceRepPimpl::setActiveArray(const QString& arrayName)
 
 void VXImageSliceRepPimpl::setActiveComponent(int component)
 {
-  m_ActiveComponent = component < 0 ? k_Magnitude : component;
+  m_Colouring.m_ActiveComponent = component < 0 ? k_Magnitude : component;
   updateColoring();
   generateHistogramData();
   requestRender();
@@ -562,7 +423,7 @@ void VXImageSliceRepPimpl::setActiveComponent(int component)
 
 void VXImageSliceRepPimpl::setUseSolidColor(bool solid)
 {
-  m_UsingSolidColor = solid;
+  m_Colouring.m_UsingSolidColor = solid;
   updateColoring();
   if (m_HistogramWidget)
   {
@@ -596,32 +457,28 @@ int VXImageSliceRepPimpl::getOpacity() const
 
 void VXImageSliceRepPimpl::setScalarMapping(int index)
 {
-  m_ScalarMapping = std::clamp(index, 0, 2);
+  m_Colouring.setScalarMapping(index);
   updateColoring();
   requestRender();
 }
 
 void VXImageSliceRepPimpl::loadRGBPresetColors(const ColorPreset& preset)
 {
-  m_RgbPreset = preset;
-  m_UsingDefaultPreset = false;
-  m_LookupTable->parseRgbJson(preset);
+  m_Colouring.loadRgbPreset(preset, *m_LookupTable);
   updateColoring();
   requestRender();
 }
 
 void VXImageSliceRepPimpl::loadIndexedPresetColors(const ColorPreset& preset)
 {
-  m_IndexedPreset = preset;
-  m_UsingDefaultIndexedPreset = false;
-  m_ValuesAsCategories = true;
+  m_Colouring.loadIndexedPreset(preset);
   updateColoring();
   requestRender();
 }
 
 void VXImageSliceRepPimpl::loadPresetColors(const ColorPreset& preset)
 {
-  if (preset.m_RGBPoints.empty() && !preset.m_IndexedColors.empty())
+  if (VXColouringSettings::isIndexedOnly(preset))
   {
     loadIndexedPresetColors(preset);
     return;
@@ -631,42 +488,31 @@ void VXImageSliceRepPimpl::loadPresetColors(const ColorPreset& preset)
 
 void VXImageSliceRepPimpl::restoreDefaultRgbPresetColors()
 {
-  m_UsingDefaultPreset = true;
-  m_RgbPreset = ZRPreferences::Instance()->getDefaultColorPreset();
-  m_LookupTable->parseRgbArray({VXLookupTable::k_DefaultPresetName});
+  m_Colouring.restoreDefaultRgbPreset(*m_LookupTable);
   updateColoring();
   requestRender();
 }
 
 void VXImageSliceRepPimpl::setColorMapInverted(bool inverted)
 {
-  m_ColorMapInverted = inverted;
-  if (inverted != m_LookupTable->isInverted())
-  {
-    m_LookupTable->invert();
-  }
+  m_Colouring.setColorMapInverted(inverted, *m_LookupTable);
   requestRender();
 }
 
 void VXImageSliceRepPimpl::setNanColor(const QColor& color)
 {
-  if (!color.isValid())
+  if (m_Colouring.setNanColor(color, *m_LookupTable))
   {
-    return;
+    requestRender();
   }
-  m_NanColor = color;
-  m_LookupTable->setNANColor(color);
-  requestRender();
 }
 
 void VXImageSliceRepPimpl::setCustomRange(double min, double max)
 {
-  if (!(min < max))
+  if (!m_Colouring.setCustomRange(min, max))
   {
     return;
   }
-  m_UsingCustomRange = true;
-  m_CustomRange = {min, max};
   updateColoring();
   generateHistogramData();
   requestRender();
@@ -674,7 +520,7 @@ void VXImageSliceRepPimpl::setCustomRange(double min, double max)
 
 void VXImageSliceRepPimpl::useDataRange()
 {
-  m_UsingCustomRange = false;
+  m_Colouring.m_UsingCustomRange = false;
   updateColoring();
   generateHistogramData();
   requestRender();
@@ -682,14 +528,9 @@ void VXImageSliceRepPimpl::useDataRange()
 
 void VXImageSliceRepPimpl::setInterpretValuesAsCategories(bool categories)
 {
-  if (categories == m_ValuesAsCategories)
+  if (!m_Colouring.setInterpretValuesAsCategories(categories, *m_LookupTable))
   {
     return;
-  }
-  m_ValuesAsCategories = categories;
-  if (!categories)
-  {
-    loadKeptRgbPreset();
   }
   updateColoring();
   requestRender();
@@ -702,21 +543,12 @@ vtkScalarBarWidget* VXImageSliceRepPimpl::scalarBarWidget() const
 
 void VXImageSliceRepPimpl::setScalarBarVisibility(bool visible)
 {
-  m_ScalarBarVisible = visible;
-  VXVisualizationWidget* window = visualizationWidget();
-  if (window == nullptr || window->getRenderWindowInteractor() == nullptr)
-  {
-    return;
-  }
+  m_Colouring.m_ScalarBarVisible = visible;
   const bool show = visible && isVisible() && !isUsingSolidColor() && activeDataArray() != nullptr;
-  if (m_ScalarBarWidget->GetInteractor() == nullptr)
+  if (VXColouringSettings::showScalarBar(m_ScalarBarWidget, visualizationWidget(), show))
   {
-    m_ScalarBarWidget->SetInteractor(window->getRenderWindowInteractor());
-    m_ScalarBarWidget->SetDefaultRenderer(window->getRenderer());
-    m_ScalarBarWidget->SetCurrentRenderer(window->getRenderer());
+    requestRender();
   }
-  m_ScalarBarWidget->SetEnabled(show ? 1 : 0);
-  requestRender();
 }
 
 // --- slicing ---------------------------------------------------------------------------------------
@@ -1151,7 +983,8 @@ void VXImageSliceRepPimpl::generateHistogramData()
   vtkDataArray* array = isUsingSolidColor() ? nullptr : activeDataArray();
   if (array == nullptr || m_HistogramMode == HistogramFull)
   {
-    m_HistogramWidget->setArray(array, m_ActiveComponent, m_UsingCustomRange, m_CustomRange);
+    m_HistogramWidget->setArray(array, m_Colouring.m_ActiveComponent, m_Colouring.m_UsingCustomRange,
+                                m_Colouring.m_CustomRange);
     m_HistogramWidget->setPlotVisibility(array != nullptr);
     return;
   }
@@ -1167,7 +1000,8 @@ void VXImageSliceRepPimpl::generateHistogramData()
   extract->SetVOI(voi);
   extract->Update();
   vtkDataArray* visible = extract->GetOutput()->GetPointData()->GetArray(array->GetName());
-  m_HistogramWidget->setArray(visible, m_ActiveComponent, m_UsingCustomRange, m_CustomRange);
+  m_HistogramWidget->setArray(visible, m_Colouring.m_ActiveComponent, m_Colouring.m_UsingCustomRange,
+                              m_Colouring.m_CustomRange);
   m_HistogramWidget->setPlotVisibility(visible != nullptr);
 }
 
@@ -1208,27 +1042,13 @@ void VXImageSliceRepPimpl::copySettings(const VXRepresentationPimpl* other)
   {
     return;
   }
-  m_ActiveArray = slice->m_ActiveArray;
-  m_ActiveComponent = slice->m_ActiveComponent;
-  m_ScalarBarVisible = slice->m_ScalarBarVisible;
-  m_ScalarBarPosition = slice->m_ScalarBarPosition;
-  m_ColorMapInverted = slice->m_ColorMapInverted;
-  m_RgbPreset = slice->m_RgbPreset;
-  m_UsingDefaultPreset = slice->m_UsingDefaultPreset;
-  m_IndexedPreset = slice->m_IndexedPreset;
-  m_UsingDefaultIndexedPreset = slice->m_UsingDefaultIndexedPreset;
-  m_ScalarMapping = slice->m_ScalarMapping;
+  m_Colouring = slice->m_Colouring;
   m_SliceDirection = slice->m_SliceDirection;
   m_SliceNumber = slice->m_SliceNumber;
-  m_UsingCustomRange = slice->m_UsingCustomRange;
-  m_CustomRange = slice->m_CustomRange;
   m_SolidColor = slice->m_SolidColor;
-  m_NanColor = slice->m_NanColor;
   m_ToggleLeftSlice = slice->m_ToggleLeftSlice;
   m_ToggleRightSlice = slice->m_ToggleRightSlice;
   m_AnimationDuration = slice->m_AnimationDuration;
-  m_UsingSolidColor = slice->m_UsingSolidColor;
-  m_ValuesAsCategories = slice->m_ValuesAsCategories;
   m_HistogramMode = slice->m_HistogramMode;
   m_Opacity = slice->m_Opacity;
 }
@@ -1236,31 +1056,13 @@ void VXImageSliceRepPimpl::copySettings(const VXRepresentationPimpl* other)
 void VXImageSliceRepPimpl::write(nlohmann::json& json) const
 {
   VXRepresentationPimpl::write(json);
-  json[k_ActiveArray] = m_ActiveArray.toStdString();
-  json[k_ActiveComponent] = m_ActiveComponent;
-  json[k_ScalarBarVisible] = m_ScalarBarVisible;
-  for (int i = 0; i < 4; ++i)
-  {
-    json[k_ScalarBarPosition[i]] = m_ScalarBarPosition[i];
-  }
-  json[k_ColorMapInverted] = m_ColorMapInverted;
-  json[k_ColorPreset] = m_RgbPreset.toJson();
-  json[k_UsingDefaultPreset] = m_UsingDefaultPreset;
-  json[k_IndexedColorPreset] = m_IndexedPreset.toJson();
-  json[k_UsingDefaultIndexedPreset] = m_UsingDefaultIndexedPreset;
-  json[k_ScalarMapping] = m_ScalarMapping;
+  m_Colouring.write(json);
   json[k_SliceDirection] = static_cast<int>(m_SliceDirection);
   json[k_SliceNumber] = m_SliceNumber;
-  json[k_UsingCustomRange] = m_UsingCustomRange;
-  json[k_CustomRangeMin] = m_CustomRange[0];
-  json[k_CustomRangeMax] = m_CustomRange[1];
   writeColor(json, k_SolidColor, m_SolidColor);
-  writeColor(json, k_NanColor, m_NanColor);
   json[k_ToggleLeft] = m_ToggleLeftSlice;
   json[k_ToggleRight] = m_ToggleRightSlice;
   json[k_AnimationDuration] = m_AnimationDuration;
-  json[k_UsingSolidColor] = m_UsingSolidColor;
-  json[k_ValuesAsCategories] = m_ValuesAsCategories;
   json[k_GenerateHistogramData] = m_HistogramMode;
 }
 
@@ -1271,43 +1073,16 @@ void VXImageSliceRepPimpl::read(const nlohmann::json& json)
   {
     return;
   }
-  if (json.contains(k_ActiveArray))
-  {
-    m_ActiveArray = QString::fromStdString(json.at(k_ActiveArray).get<std::string>());
-  }
-  readIfPresent(json, k_ActiveComponent, m_ActiveComponent);
-  readIfPresent(json, k_ScalarBarVisible, m_ScalarBarVisible);
-  for (int i = 0; i < 4; ++i)
-  {
-    readIfPresent(json, k_ScalarBarPosition[i], m_ScalarBarPosition[i]);
-  }
-  readIfPresent(json, k_ColorMapInverted, m_ColorMapInverted);
-  if (json.contains(k_ColorPreset))
-  {
-    m_RgbPreset = ColorPreset(json.at(k_ColorPreset));
-  }
-  readIfPresent(json, k_UsingDefaultPreset, m_UsingDefaultPreset);
-  if (json.contains(k_IndexedColorPreset))
-  {
-    m_IndexedPreset = ColorPreset(json.at(k_IndexedColorPreset));
-  }
-  readIfPresent(json, k_UsingDefaultIndexedPreset, m_UsingDefaultIndexedPreset);
-  readIfPresent(json, k_ScalarMapping, m_ScalarMapping);
+  m_Colouring.read(json);
   if (json.contains(k_SliceDirection))
   {
     m_SliceDirection = directionFrom(json.at(k_SliceDirection).get<int>());
   }
   readIfPresent(json, k_SliceNumber, m_SliceNumber);
-  readIfPresent(json, k_UsingCustomRange, m_UsingCustomRange);
-  readIfPresent(json, k_CustomRangeMin, m_CustomRange[0]);
-  readIfPresent(json, k_CustomRangeMax, m_CustomRange[1]);
   readColor(json, k_SolidColor, m_SolidColor);
-  readColor(json, k_NanColor, m_NanColor);
   readIfPresent(json, k_ToggleLeft, m_ToggleLeftSlice);
   readIfPresent(json, k_ToggleRight, m_ToggleRightSlice);
   readIfPresent(json, k_AnimationDuration, m_AnimationDuration);
-  readIfPresent(json, k_UsingSolidColor, m_UsingSolidColor);
-  readIfPresent(json, k_ValuesAsCategories, m_ValuesAsCategories);
   if (json.contains(k_GenerateHistogramData))
   {
     // Older records kept a flag: true asks for the whole array.
@@ -1324,32 +1099,13 @@ void VXImageSliceRepPimpl::read(const nlohmann::json& json)
 void VXImageSliceRepPimpl::writeSettings(QtZRSettings& settings) const
 {
   VXRepresentationPimpl::writeSettings(settings);
-  settings.setValue(QString::fromLatin1(k_ScalarBarVisible), m_ScalarBarVisible);
-  settings.setValue(QString::fromLatin1(k_ColorMapInverted), m_ColorMapInverted);
-  settings.setValue(QString::fromLatin1(k_UsingDefaultPreset), m_UsingDefaultPreset);
-  if (!m_UsingDefaultPreset)
-  {
-    settings.setValue(QString::fromLatin1(k_ColorPreset), QString::fromStdString(m_RgbPreset.toJsonString()));
-  }
-  settings.setValue(QString::fromLatin1(k_UsingDefaultIndexedPreset), m_UsingDefaultIndexedPreset);
-  if (!m_UsingDefaultIndexedPreset)
-  {
-    settings.setValue(QString::fromLatin1(k_IndexedColorPreset),
-                      QString::fromStdString(m_IndexedPreset.toJsonString()));
-  }
-  settings.setValue(QString::fromLatin1(k_ScalarMapping), m_ScalarMapping);
+  m_Colouring.writeSettings(settings);
   settings.setValue(QString::fromLatin1(k_SliceDirection), static_cast<int>(m_SliceDirection));
   settings.setValue(QString::fromLatin1(k_SliceNumber), m_SliceNumber);
-  settings.setValue(QString::fromLatin1(k_UsingCustomRange), m_UsingCustomRange);
-  settings.setValue(QString::fromLatin1(k_CustomRangeMin), m_CustomRange[0]);
-  settings.setValue(QString::fromLatin1(k_CustomRangeMax), m_CustomRange[1]);
   writeColorSetting(settings, k_SolidColor, m_SolidColor);
-  writeColorSetting(settings, k_NanColor, m_NanColor);
   settings.setValue(QString::fromLatin1(k_ToggleLeft), m_ToggleLeftSlice);
   settings.setValue(QString::fromLatin1(k_ToggleRight), m_ToggleRightSlice);
   settings.setValue(QString::fromLatin1(k_AnimationDuration), m_AnimationDuration);
-  settings.setValue(QString::fromLatin1(k_UsingSolidColor), m_UsingSolidColor);
-  settings.setValue(QString::fromLatin1(k_ValuesAsCategories), m_ValuesAsCategories);
   settings.setValue(QString::fromLatin1(k_GenerateHistogramData), m_HistogramMode);
   settings.setValue(QString::fromLatin1(k_OpacityPercent), getOpacity());
 }
@@ -1357,27 +1113,15 @@ void VXImageSliceRepPimpl::writeSettings(QtZRSettings& settings) const
 void VXImageSliceRepPimpl::readSettings(QtZRSettings& settings)
 {
   VXRepresentationPimpl::readSettings(settings);
-  readSetting(settings, k_ScalarBarVisible, m_ScalarBarVisible);
-  readSetting(settings, k_ColorMapInverted, m_ColorMapInverted);
-  readSetting(settings, k_UsingDefaultPreset, m_UsingDefaultPreset);
-  readPresetSetting(settings, k_ColorPreset, m_RgbPreset);
-  readSetting(settings, k_UsingDefaultIndexedPreset, m_UsingDefaultIndexedPreset);
-  readPresetSetting(settings, k_IndexedColorPreset, m_IndexedPreset);
-  readSetting(settings, k_ScalarMapping, m_ScalarMapping);
+  m_Colouring.readSettings(settings);
   int direction = static_cast<int>(m_SliceDirection);
   readSetting(settings, k_SliceDirection, direction);
   m_SliceDirection = directionFrom(direction);
   readSetting(settings, k_SliceNumber, m_SliceNumber);
-  readSetting(settings, k_UsingCustomRange, m_UsingCustomRange);
-  readSetting(settings, k_CustomRangeMin, m_CustomRange[0]);
-  readSetting(settings, k_CustomRangeMax, m_CustomRange[1]);
   readColorSetting(settings, k_SolidColor, m_SolidColor);
-  readColorSetting(settings, k_NanColor, m_NanColor);
   readSetting(settings, k_ToggleLeft, m_ToggleLeftSlice);
   readSetting(settings, k_ToggleRight, m_ToggleRightSlice);
   readSetting(settings, k_AnimationDuration, m_AnimationDuration);
-  readSetting(settings, k_UsingSolidColor, m_UsingSolidColor);
-  readSetting(settings, k_ValuesAsCategories, m_ValuesAsCategories);
   readSetting(settings, k_GenerateHistogramData, m_HistogramMode);
   int opacity = getOpacity();
   readSetting(settings, k_OpacityPercent, opacity);

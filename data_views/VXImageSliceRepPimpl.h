@@ -1,6 +1,8 @@
 #pragma once
 
 #include "data_bridge/zr_contract/ColorPreset.h"
+#include "data_views/VXColouringControls.h"
+#include "data_views/VXColouringSettings.h"
 #include "data_views/VXRepresentationPimpl.h"
 #include "data_views/ZRVtkModuleConstants.h"
 
@@ -103,9 +105,9 @@ public:
 
   // Colouring.
   void setActiveArray(const QString& arrayName);
-  QString activeArray() const { return m_ActiveArray; }
+  QString activeArray() const { return m_Colouring.m_ActiveArray; }
   void setActiveComponent(int component);
-  int activeComponent() const { return m_ActiveComponent; }
+  int activeComponent() const { return m_Colouring.m_ActiveComponent; }
   bool isUsingSolidColor() const;
   void setUseSolidColor(bool solid);
   void setSolidColor(const QColor& color);
@@ -113,23 +115,23 @@ public:
   void setOpacity(int percent);
   int getOpacity() const;
   void setScalarMapping(int index);
-  int scalarMapping() const { return m_ScalarMapping; }
+  int scalarMapping() const { return m_Colouring.m_ScalarMapping; }
   void loadRGBPresetColors(const ColorPreset& preset);
   void loadIndexedPresetColors(const ColorPreset& preset);
   void loadPresetColors(const ColorPreset& preset);
   void restoreDefaultRgbPresetColors();
   void setColorMapInverted(bool inverted);
-  bool isColorMapInverted() const { return m_ColorMapInverted; }
+  bool isColorMapInverted() const { return m_Colouring.m_ColorMapInverted; }
   void setNanColor(const QColor& color);
-  QColor nanColor() const { return m_NanColor; }
+  QColor nanColor() const { return m_Colouring.m_NanColor; }
   void setCustomRange(double min, double max);
   void useDataRange();
-  bool isUsingCustomRange() const { return m_UsingCustomRange; }
+  bool isUsingCustomRange() const { return m_Colouring.m_UsingCustomRange; }
   std::array<double, 2> colorRange() const;
   void setInterpretValuesAsCategories(bool categories);
-  bool interpretValuesAsCategories() const { return m_ValuesAsCategories; }
+  bool interpretValuesAsCategories() const { return m_Colouring.m_ValuesAsCategories; }
   void setScalarBarVisibility(bool visible);
-  bool isScalarBarVisible() const { return m_ScalarBarVisible; }
+  bool isScalarBarVisible() const { return m_Colouring.m_ScalarBarVisible; }
   vtkScalarBarWidget* scalarBarWidget() const;
   vtkDataArray* activeDataArray() const;
 
@@ -223,27 +225,13 @@ private:
   QPointer<VXLookupTable> m_LookupTable;
   vtkSmartPointer<vtkScalarBarWidget> m_ScalarBarWidget;
 
-  QString m_ActiveArray;
-  int m_ActiveComponent = k_Magnitude;
-  bool m_ScalarBarVisible = false;
-  std::array<double, 4> m_ScalarBarPosition = {0.9, 0.175, 0.1, 0.5};
-  bool m_ColorMapInverted = false;
-  ColorPreset m_RgbPreset;
-  bool m_UsingDefaultPreset = true;
-  ColorPreset m_IndexedPreset;
-  bool m_UsingDefaultIndexedPreset = true;
-  int m_ScalarMapping = 1;
+  VXColouringSettings m_Colouring;
   SliceDirection m_SliceDirection = ZRVtkModule::constants::XYPlane;
   int m_SliceNumber = 0;
-  bool m_UsingCustomRange = false;
-  std::array<double, 2> m_CustomRange = {0.0, 0.0};
   QColor m_SolidColor = Qt::white;
-  QColor m_NanColor = Qt::black;
   int m_ToggleLeftSlice = 0;
   int m_ToggleRightSlice = 0;
   double m_AnimationDuration = 0.5;
-  bool m_UsingSolidColor = false;
-  bool m_ValuesAsCategories = false;
   int m_HistogramMode = HistogramOff;
   double m_Opacity = 1.0;
   bool m_ToggleState = true;
@@ -268,13 +256,7 @@ private:
   QPointer<ZRComboBox> m_ComponentComboBox;
   QPointer<QLabel> m_SolidColorLabel;
   QPointer<ZRColorButton> m_SolidColorButton;
-  QPointer<ZRIconPushButton> m_PresetButton;
-  QPointer<ZRIconPushButton> m_InvertButton;
-  QPointer<ZRColorButton> m_NanColorButton;
-  QPointer<ZRIconPushButton> m_CustomRangeButton;
-  QPointer<ZRIconPushButton> m_RescaleButton;
-  QPointer<ZRCheckBox> m_CategoriesCheckBox;
-  QPointer<ZRComboBox> m_MapScalarsComboBox;
+  VXColouringControls m_ColourControls;
   QPointer<ZRSlider> m_OpacitySlider;
   QPointer<ZRCheckBox> m_ScalarBarCheckBox;
   QPointer<ZRIconPushButton> m_LinkSlicesButton;

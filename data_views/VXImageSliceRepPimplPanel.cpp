@@ -121,8 +121,8 @@ void VXImageSliceRepPimpl::initializeSettingsWidget()
 
   QVBoxLayout* annotations =
       sectionLayout(Utils::GenerateSettingsLabel(parent, content, QStringLiteral("Annotations")));
-  m_ScalarBarCheckBox =
-      Utils::GenerateScalarBarCheckBoxWidget(annotations->parentWidget(), annotations, m_ScalarBarVisible);
+  m_ScalarBarCheckBox = Utils::GenerateScalarBarCheckBoxWidget(annotations->parentWidget(), annotations,
+                                                               m_Colouring.m_ScalarBarVisible);
   connect(m_ScalarBarCheckBox.data(), &QCheckBox::toggled, this,
           &VXImageSliceRepPimpl::setScalarBarVisibility);
   addDataAxesGridControls(annotations);
@@ -140,10 +140,10 @@ void VXImageSliceRepPimpl::initializeSettingsWidget()
 void VXImageSliceRepPimpl::addColoringControls(QVBoxLayout* layout)
 {
   QWidget* parent = layout->parentWidget();
-  const QString active = isUsingSolidColor() ? k_SolidColor : m_ActiveArray;
-  auto [arrayBox, componentBox] =
-      Utils::GenerateArrayColoringComboBox(parent, layout, Utils::ColoringArrays(sliceImage()), active,
-                                           Utils::ComponentNames(activeDataArray()), m_ActiveComponent, true);
+  const QString active = isUsingSolidColor() ? k_SolidColor : m_Colouring.m_ActiveArray;
+  auto [arrayBox, componentBox] = Utils::GenerateArrayColoringComboBox(
+      parent, layout, Utils::ColoringArrays(sliceImage()), active, Utils::ComponentNames(activeDataArray()),
+      m_Colouring.m_ActiveComponent, true);
   m_ArrayComboBox = arrayBox;
   m_ArrayComboBox->setToolTip(Utils::HtmlToolTip(QStringLiteral("The array that colors the slice")));
   m_ComponentComboBox = componentBox;
@@ -157,63 +157,38 @@ void VXImageSliceRepPimpl::addColoringControls(QVBoxLayout* layout)
   connect(m_SolidColorButton.data(), &ZRColorButton::colorChanged, this,
           &VXImageSliceRepPimpl::setSolidColor);
 
-  QHBoxLayout* presetRow = newRow(layout);
-  m_PresetButton = Utils::GenerateColorPresetsButton(presetRow, parent);
-  connect(m_PresetButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            m_ColorPresetsDialog->setNanColor(m_NanColor, false);
-            m_ColorPresetsDialog->show();
-            m_ColorPresetsDialog->raise();
-          });
-  m_InvertButton = Utils::GenerateInvertColorButton(presetRow, parent);
-  connect(m_InvertButton.data(), &QPushButton::toggled, this, &VXImageSliceRepPimpl::setColorMapInverted);
-  presetRow->addStretch(1);
-
-  QHBoxLayout* nanRow = newRow(layout);
-  nanRow->addWidget(new QLabel(QStringLiteral("NaN Color: "), parent));
-  m_NanColorButton = new ZRColorButton(m_NanColor, parent);
-  connect(m_NanColorButton.data(), &ZRColorButton::colorChanged, this, &VXImageSliceRepPimpl::setNanColor);
-  nanRow->addWidget(m_NanColorButton);
-  nanRow->addStretch(1);
-
-  QHBoxLayout* rangeRow = newRow(layout);
-  m_CustomRangeButton = Utils::GenerateZRPushButton(QStringLiteral("Custom Range"),
-                                                    QStringLiteral("Set the range the color map spans"),
-                                                    false, false, rangeRow, parent);
-  connect(m_CustomRangeButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            m_CustomRangeDialog->setRange(colorRange());
-            m_CustomRangeDialog->show();
-            m_CustomRangeDialog->raise();
-          });
-  m_RescaleButton = Utils::GenerateZRPushButton(
-      QStringLiteral("Data Range"), QStringLiteral("Rescale the color map to the range of the data"), false,
-      false, rangeRow, parent);
-  connect(m_RescaleButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            useDataRange();
-            updateSettingsControls();
-          });
-  rangeRow->addStretch(1);
-
-  m_CategoriesCheckBox =
-      Utils::GenerateCheckBoxWidget(parent, layout, QStringLiteral("Interpret Values As Categories"));
-  connect(m_CategoriesCheckBox.data(), &QCheckBox::toggled, this,
-          [this](bool categories)
-          {
-            setInterpretValuesAsCategories(categories);
-            updateSettingsControls();
-          });
-
-  QHBoxLayout* mapRow = newRow(layout);
-  mapRow->addWidget(new QLabel(ZRVtkModule::constants::k_ScalarsMapping, parent));
-  m_MapScalarsComboBox = Utils::GenerateMapScalarsSelector(m_ScalarMapping, parent);
-  connect(m_MapScalarsComboBox.data(), qOverload<int>(&QComboBox::currentIndexChanged), this,
-          &VXImageSliceRepPimpl::setScalarMapping);
-  mapRow->addWidget(m_MapScalarsComboBox, 1);
+  m_ColourControls.addPresetRow(
+      newRow(layout), parent, this,
+      [this]()
+      {
+        m_ColorPresetsDialog->setNanColor(m_Colouring.m_NanColor, false);
+        m_ColorPresetsDialog->show();
+        m_ColorPresetsDialog->raise();
+      },
+      [this](bool inverted) { setColorMapInverted(inverted); });
+  m_ColourControls.addNanColorRow(newRow(layout), parent, this, m_Colouring.m_NanColor,
+                                  [this](const QColor& color) { setNanColor(color); });
+  m_ColourControls.addRangeRow(
+      newRow(layout), parent, this,
+      [this]()
+      {
+        m_CustomRangeDialog->setRange(colorRange());
+        m_CustomRangeDialog->show();
+        m_CustomRangeDialog->raise();
+      },
+      [this]()
+      {
+        useDataRange();
+        updateSettingsControls();
+      });
+  m_ColourControls.addCategoriesCheckBox(layout, parent, this,
+                                         [this](bool categories)
+                                         {
+                                           setInterpretValuesAsCategories(categories);
+                                           updateSettingsControls();
+                                         });
+  m_ColourControls.addMapScalarsRow(newRow(layout), parent, this, m_Colouring.m_ScalarMapping,
+                                    [this](int index) { setScalarMapping(index); });
 }
 
 void VXImageSliceRepPimpl::arrayNameComboTextChanged(const QString& text)
@@ -363,14 +338,16 @@ void VXImageSliceRepPimpl::updateSettingsControls()
     const QSignalBlocker blocker(m_ArrayComboBox);
     const QMap<QString, QIcon> arrays = Utils::ColoringArrays(sliceImage());
     Utils::UpdateArrayColoringComboBox(m_ArrayComboBox, arrays, true);
-    const int index = m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_ActiveArray);
+    const int index =
+        m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_Colouring.m_ActiveArray);
     m_ArrayComboBox->setCurrentIndex(qMax(0, index));
     m_ArrayComboBox->setEnabled(!arrays.isEmpty());
   }
   if (m_ComponentComboBox)
   {
     const QSignalBlocker blocker(m_ComponentComboBox);
-    Utils::UpdateComponentComboBox(m_ComponentComboBox, m_ActiveArray, m_ActiveArray, m_ActiveComponent,
+    Utils::UpdateComponentComboBox(m_ComponentComboBox, m_Colouring.m_ActiveArray, m_Colouring.m_ActiveArray,
+                                   m_Colouring.m_ActiveComponent,
                                    isUsingSolidColor() ? QList<QString>()
                                                        : Utils::ComponentNames(activeDataArray()));
   }
@@ -379,24 +356,13 @@ void VXImageSliceRepPimpl::updateSettingsControls()
     const QSignalBlocker blocker(m_SolidColorButton);
     m_SolidColorButton->setColor(m_SolidColor);
   }
-  if (m_NanColorButton)
-  {
-    const QSignalBlocker blocker(m_NanColorButton);
-    m_NanColorButton->setColor(m_NanColor);
-  }
-  setChecked(m_InvertButton, m_ColorMapInverted);
-  setChecked(m_CategoriesCheckBox, m_ValuesAsCategories);
-  if (m_MapScalarsComboBox)
-  {
-    const QSignalBlocker blocker(m_MapScalarsComboBox);
-    m_MapScalarsComboBox->setCurrentIndex(m_ScalarMapping);
-  }
+  m_ColourControls.showSettings(m_Colouring);
   if (m_OpacitySlider)
   {
     const QSignalBlocker blocker(m_OpacitySlider);
     m_OpacitySlider->setValue(getOpacity());
   }
-  setChecked(m_ScalarBarCheckBox, m_ScalarBarVisible);
+  setChecked(m_ScalarBarCheckBox, m_Colouring.m_ScalarBarVisible);
   setChecked(m_DataGridCheckBox, m_DataGridVisible);
   setChecked(m_LinkPhysicalUnitsCheckBox, m_LinkPhysicalUnits);
   if (m_LinkSlicesButton)
@@ -424,14 +390,15 @@ void VXImageSliceRepPimpl::updateSettingsControls()
   const bool solid = isUsingSolidColor() || activeDataArray() == nullptr;
   setEnabled(m_SolidColorButton, solid);
   setEnabled(m_SolidColorLabel, solid);
-  for (QWidget* widget :
-       std::initializer_list<QWidget*>{m_PresetButton, m_InvertButton, m_NanColorButton, m_CategoriesCheckBox,
-                                       m_MapScalarsComboBox, m_ScalarBarCheckBox})
+  for (QWidget* widget : std::initializer_list<QWidget*>{
+           m_ColourControls.m_PresetButton, m_ColourControls.m_InvertButton,
+           m_ColourControls.m_NanColorButton, m_ColourControls.m_CategoriesCheckBox,
+           m_ColourControls.m_MapScalarsComboBox, m_ScalarBarCheckBox})
   {
     setEnabled(widget, !solid);
   }
-  setEnabled(m_CustomRangeButton, !solid && !m_ValuesAsCategories);
-  setEnabled(m_RescaleButton, !solid && !m_ValuesAsCategories);
+  setEnabled(m_ColourControls.m_CustomRangeButton, !solid && !m_Colouring.m_ValuesAsCategories);
+  setEnabled(m_ColourControls.m_RescaleButton, !solid && !m_Colouring.m_ValuesAsCategories);
   const bool hasSlices = hasImage();
   for (QWidget* widget :
        std::initializer_list<QWidget*>{m_SliceSlider, m_SliceSpinBox, m_SliceDirectionComboBox,

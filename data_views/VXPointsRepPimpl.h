@@ -1,6 +1,8 @@
 #pragma once
 
 #include "data_bridge/zr_contract/ColorPreset.h"
+#include "data_views/VXColouringControls.h"
+#include "data_views/VXColouringSettings.h"
 #include "data_views/VXOutlineRepPimpl.h"
 
 #include <QMap>
@@ -67,15 +69,15 @@ public:
   vtkDataSet* inputDataSet() const;
   /** @brief Colours by the named point or cell array; empty or "Solid Color" means the solid colour. */
   void setActiveArray(const QString& arrayName);
-  QString activeArray() const { return m_ActiveArray; }
+  QString activeArray() const { return m_Colouring.m_ActiveArray; }
   void setActiveComponent(int component);
-  int activeComponent() const { return m_ActiveComponent; }
+  int activeComponent() const { return m_Colouring.m_ActiveComponent; }
   bool isUsingSolidColor() const;
   void setPointSize(int size);
   int pointSize() const { return m_PointSize; }
   void setRenderPointsAsSpheres(bool spheres);
   void setScalarMapping(int index);
-  int scalarMapping() const { return m_ScalarMapping; }
+  int scalarMapping() const { return m_Colouring.m_ScalarMapping; }
 
   void loadRGBPresetColors(const ColorPreset& preset);
   void loadIndexedPresetColors(const ColorPreset& preset);
@@ -83,22 +85,22 @@ public:
   void loadPresetColors(const ColorPreset& preset);
   void restoreDefaultRgbPresetColors();
   void setColorMapInverted(bool inverted);
-  bool isColorMapInverted() const { return m_ColorMapInverted; }
+  bool isColorMapInverted() const { return m_Colouring.m_ColorMapInverted; }
   void setNanColor(const QColor& color);
-  QColor nanColor() const { return m_NanColor; }
+  QColor nanColor() const { return m_Colouring.m_NanColor; }
   void setCustomRange(double min, double max);
   void useDataRange();
-  bool isUsingCustomRange() const { return m_UsingCustomRange; }
+  bool isUsingCustomRange() const { return m_Colouring.m_UsingCustomRange; }
   std::array<double, 2> colorRange() const;
   void setInterpretValuesAsCategories(bool categories);
-  bool interpretValuesAsCategories() const { return m_ValuesAsCategories; }
+  bool interpretValuesAsCategories() const { return m_Colouring.m_ValuesAsCategories; }
   void setScalarBarVisibility(bool visible);
-  bool isScalarBarVisible() const { return m_ScalarBarVisible; }
+  bool isScalarBarVisible() const { return m_Colouring.m_ScalarBarVisible; }
   vtkScalarBarWidget* scalarBarWidget() const;
   void restoreDefaultIndexedPresetColors();
-  bool isUsingDefaultPreset() const { return m_UsingDefaultPreset; }
-  ColorPreset rgbPreset() const { return m_RgbPreset; }
-  ColorPreset indexedPreset() const { return m_IndexedPreset; }
+  bool isUsingDefaultPreset() const { return m_Colouring.m_UsingDefaultPreset; }
+  ColorPreset rgbPreset() const { return m_Colouring.m_RgbPreset; }
+  ColorPreset indexedPreset() const { return m_Colouring.m_IndexedPreset; }
   void setGenerateHistogramData(bool generate);
   bool generatesHistogramData() const { return m_GenerateHistogramData; }
   /** @brief Gives the active array to the panel's histogram while the histogram is asked for. */
@@ -142,24 +144,10 @@ protected:
   vtkSmartPointer<vtkGeometryFilter> m_GeometryFilter;
   vtkSmartPointer<vtkQuadricClustering> m_QuadricClustering;
   QPointer<VXLookupTable> m_LookupTable;
-  QString m_ActiveArray;
-  int m_ActiveComponent = k_Magnitude;
+  VXColouringSettings m_Colouring;
   int m_PointSize = 1;
   vtkSmartPointer<vtkScalarBarWidget> m_ScalarBarWidget;
-  bool m_ScalarBarVisible = false;
-  std::array<double, 4> m_ScalarBarPosition = {0.9, 0.175, 0.1, 0.5};
-  bool m_ColorMapInverted = false;
-  ColorPreset m_RgbPreset;
-  bool m_UsingDefaultPreset = true;
-  ColorPreset m_IndexedPreset;
-  bool m_UsingDefaultIndexedPreset = true;
-  int m_ScalarMapping = 1;
   bool m_RenderPointsAsSpheres = false;
-  bool m_UsingCustomRange = false;
-  std::array<double, 2> m_CustomRange = {0.0, 0.0};
-  QColor m_NanColor = Qt::black;
-  bool m_UsingSolidColor = false;
-  bool m_ValuesAsCategories = false;
   bool m_GenerateHistogramData = false;
   QMap<QString, QMap<int, std::set<double>>> m_UniqueValues;
 
@@ -169,15 +157,8 @@ protected:
   QPointer<VXArrayHistogramWidget> m_HistogramWidget;
   QPointer<ZRComboBox> m_ArrayComboBox;
   QPointer<ZRComboBox> m_ComponentComboBox;
-  QPointer<ZRIconPushButton> m_PresetButton;
-  QPointer<ZRIconPushButton> m_InvertButton;
-  QPointer<QLabel> m_NanColorLabel;
-  QPointer<ZRColorButton> m_NanColorButton;
-  QPointer<ZRIconPushButton> m_CustomRangeButton;
-  QPointer<ZRIconPushButton> m_RescaleButton;
-  QPointer<ZRCheckBox> m_CategoriesCheckBox;
+  VXColouringControls m_ColourControls;
   QPointer<ZRIconPushButton> m_LUTEditorButton;
-  QPointer<ZRComboBox> m_MapScalarsComboBox;
   QPointer<ZRLineEdit> m_PointSizeEdit;
   QPointer<ZRCheckBox> m_PointsAsSpheresCheckBox;
   QPointer<ZRCheckBox> m_ScalarBarCheckBox;

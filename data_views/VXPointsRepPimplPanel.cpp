@@ -126,10 +126,10 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
 {
   QWidget* parent = layout->parentWidget();
   vtkDataArray* array = activeDataArray();
-  const QString active = isUsingSolidColor() ? k_SolidColor : m_ActiveArray;
+  const QString active = isUsingSolidColor() ? k_SolidColor : m_Colouring.m_ActiveArray;
   auto [arrayBox, componentBox] =
       Utils::GenerateArrayColoringComboBox(parent, layout, Utils::ColoringArrays(inputDataSet()), active,
-                                           Utils::ComponentNames(array), m_ActiveComponent, true);
+                                           Utils::ComponentNames(array), m_Colouring.m_ActiveComponent, true);
   m_ArrayComboBox = arrayBox;
   m_ArrayComboBox->setToolTip(Utils::HtmlToolTip(QStringLiteral("The array that colors the view")));
   m_ComponentComboBox = componentBox;
@@ -149,73 +149,43 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
 
   addSolidColorControls(layout);
 
-  auto* presetRow = new QHBoxLayout();
-  presetRow->setContentsMargins(2, 2, 2, 2);
-  presetRow->setSpacing(2);
-  m_PresetButton = Utils::GenerateColorPresetsButton(presetRow, parent);
-  connect(m_PresetButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            m_ColorPresetsDialog->setNanColor(m_NanColor, false);
-            m_ColorPresetsDialog->show();
-            m_ColorPresetsDialog->raise();
-          });
-  m_InvertButton = Utils::GenerateInvertColorButton(presetRow, parent);
-  connect(m_InvertButton.data(), &QPushButton::toggled, this, &VXPointsRepPimpl::setColorMapInverted);
-  presetRow->addStretch(1);
-  layout->addLayout(presetRow);
-
-  auto* nanRow = new QHBoxLayout();
-  nanRow->setContentsMargins(2, 2, 2, 2);
-  nanRow->setSpacing(2);
-  auto* nanLabel = new QLabel(QStringLiteral("NaN Color: "), parent);
-  m_NanColorLabel = nanLabel;
-  m_NanColorButton = new ZRColorButton(m_NanColor, parent);
-  m_NanColorButton->setToolTip(
+  m_ColourControls.addPresetRow(
+      VXColouringControls::addRow(layout, 2), parent, this,
+      [this]()
+      {
+        m_ColorPresetsDialog->setNanColor(m_Colouring.m_NanColor, false);
+        m_ColorPresetsDialog->show();
+        m_ColorPresetsDialog->raise();
+      },
+      [this](bool inverted) { setColorMapInverted(inverted); });
+  m_ColourControls.addNanColorRow(VXColouringControls::addRow(layout, 2), parent, this,
+                                  m_Colouring.m_NanColor,
+                                  [this](const QColor& color) { setNanColor(color); });
+  m_ColourControls.m_NanColorButton->setToolTip(
       Utils::HtmlToolTip(QStringLiteral("The color of missing values and of values outside the range")));
-  connect(m_NanColorButton.data(), &ZRColorButton::colorChanged, this, &VXPointsRepPimpl::setNanColor);
-  nanRow->addWidget(nanLabel);
-  nanRow->addWidget(m_NanColorButton);
-  nanRow->addStretch(1);
-  layout->addLayout(nanRow);
-
-  auto* rangeRow = new QHBoxLayout();
-  rangeRow->setContentsMargins(2, 2, 2, 2);
-  rangeRow->setSpacing(2);
-  m_CustomRangeButton = Utils::GenerateZRPushButton(QStringLiteral("Custom Range"),
-                                                    QStringLiteral("Set the range the color map spans"),
-                                                    false, false, rangeRow, parent);
-  connect(m_CustomRangeButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            m_CustomRangeDialog->setRange(colorRange());
-            m_CustomRangeDialog->show();
-            m_CustomRangeDialog->raise();
-          });
-  m_RescaleButton = Utils::GenerateZRPushButton(
-      QStringLiteral("Data Range"), QStringLiteral("Rescale the color map to the range of the data"), false,
-      false, rangeRow, parent);
-  connect(m_RescaleButton.data(), &QPushButton::clicked, this,
-          [this]()
-          {
-            useDataRange();
-            updateSettingsControls();
-          });
-  rangeRow->addStretch(1);
-  layout->addLayout(rangeRow);
-
-  m_CategoriesCheckBox =
-      Utils::GenerateCheckBoxWidget(parent, layout, QStringLiteral("Interpret Values As Categories"));
-  connect(m_CategoriesCheckBox.data(), &QCheckBox::toggled, this,
-          [this](bool categories)
-          {
-            setInterpretValuesAsCategories(categories);
-            if (categories)
-            {
-              m_LUTEditor->setNanColor(m_NanColor);
-            }
-            updateSettingsControls();
-          });
+  m_ColourControls.addRangeRow(
+      VXColouringControls::addRow(layout, 2), parent, this,
+      [this]()
+      {
+        m_CustomRangeDialog->setRange(colorRange());
+        m_CustomRangeDialog->show();
+        m_CustomRangeDialog->raise();
+      },
+      [this]()
+      {
+        useDataRange();
+        updateSettingsControls();
+      });
+  m_ColourControls.addCategoriesCheckBox(layout, parent, this,
+                                         [this](bool categories)
+                                         {
+                                           setInterpretValuesAsCategories(categories);
+                                           if (categories)
+                                           {
+                                             m_LUTEditor->setNanColor(m_Colouring.m_NanColor);
+                                           }
+                                           updateSettingsControls();
+                                         });
   m_LUTEditorButton = Utils::GenerateZRPushButton(
       QStringLiteral("Edit Categories"), QStringLiteral("Edit the colors and labels of the categories"),
       false, true, layout, parent);
@@ -223,21 +193,15 @@ void VXPointsRepPimpl::addColorByArrayControls(QVBoxLayout* layout)
           [this]()
           {
             m_LUTEditor->initializeCustomTable(m_LookupTable->getColorTransferFunction());
-            m_LUTEditor->setNanColor(m_NanColor);
+            m_LUTEditor->setNanColor(m_Colouring.m_NanColor);
             m_LUTEditor->show();
             m_LUTEditor->raise();
           });
 
-  auto* mapRow = new QHBoxLayout();
-  mapRow->setContentsMargins(4, 2, 4, 2);
-  mapRow->setSpacing(2);
-  mapRow->addWidget(new QLabel(ZRVtkModule::constants::k_ScalarsMapping, parent));
-  m_MapScalarsComboBox = Utils::GenerateMapScalarsSelector(m_ScalarMapping, parent);
-  connect(m_MapScalarsComboBox.data(), qOverload<int>(&QComboBox::currentIndexChanged), this,
-          &VXPointsRepPimpl::setScalarMapping);
-  mapRow->addWidget(m_MapScalarsComboBox, 1);
-  layout->addLayout(mapRow);
-  addHelpToolTip(m_MapScalarsComboBox, Doc::LevelAnchor(levelName(), Doc::k_MapScalars),
+  m_ColourControls.addMapScalarsRow(VXColouringControls::addRow(layout, 4), parent, this,
+                                    m_Colouring.m_ScalarMapping,
+                                    [this](int index) { setScalarMapping(index); });
+  addHelpToolTip(m_ColourControls.m_MapScalarsComboBox, Doc::LevelAnchor(levelName(), Doc::k_MapScalars),
                  QStringLiteral("Whether array values go through the color map or are drawn as colors."));
 }
 
@@ -246,7 +210,7 @@ void VXPointsRepPimpl::arrayNameComboTextChanged(const QString& text)
   setActiveArray(text);
   if (m_ComponentComboBox)
   {
-    Utils::UpdateComponentComboBox(m_ComponentComboBox, text, text, m_ActiveComponent,
+    Utils::UpdateComponentComboBox(m_ComponentComboBox, text, text, m_Colouring.m_ActiveComponent,
                                    Utils::ComponentNames(activeDataArray()));
   }
   generateHistogramData();
@@ -300,7 +264,7 @@ void VXPointsRepPimpl::addAnnotationControls(QVBoxLayout* layout)
 void VXPointsRepPimpl::addScalarBarControls(QVBoxLayout* layout)
 {
   m_ScalarBarCheckBox =
-      Utils::GenerateScalarBarCheckBoxWidget(layout->parentWidget(), layout, m_ScalarBarVisible);
+      Utils::GenerateScalarBarCheckBoxWidget(layout->parentWidget(), layout, m_Colouring.m_ScalarBarVisible);
   connect(m_ScalarBarCheckBox.data(), &QCheckBox::toggled, this, &VXPointsRepPimpl::setScalarBarVisibility);
   addHelpToolTip(m_ScalarBarCheckBox, Doc::LevelAnchor(levelName(), Doc::k_ColorLegend),
                  QStringLiteral("Shows the color map with its range beside the view."));
@@ -338,8 +302,9 @@ void VXPointsRepPimpl::generateHistogramData()
   {
     return;
   }
-  m_HistogramWidget->setArray(isUsingSolidColor() ? nullptr : activeDataArray(), m_ActiveComponent,
-                              m_UsingCustomRange, m_CustomRange);
+  m_HistogramWidget->setArray(isUsingSolidColor() ? nullptr : activeDataArray(),
+                              m_Colouring.m_ActiveComponent, m_Colouring.m_UsingCustomRange,
+                              m_Colouring.m_CustomRange);
   m_HistogramWidget->setPlotVisibility(!isUsingSolidColor());
 }
 
@@ -372,8 +337,8 @@ void VXPointsRepPimpl::stopObservingProducerForHistogram()
 
 void VXPointsRepPimpl::restoreDefaultIndexedPresetColors()
 {
-  m_UsingDefaultIndexedPreset = true;
-  m_IndexedPreset = ZRPreferences::Instance()->getDefaultIndexedColorPreset();
+  m_Colouring.m_UsingDefaultIndexedPreset = true;
+  m_Colouring.m_IndexedPreset = ZRPreferences::Instance()->getDefaultIndexedColorPreset();
   updateColoring();
   requestRender();
 }
@@ -386,25 +351,16 @@ void VXPointsRepPimpl::updateSettingsControls()
     const QSignalBlocker blocker(m_ArrayComboBox);
     const QMap<QString, QIcon> arrays = Utils::ColoringArrays(inputDataSet());
     Utils::UpdateArrayColoringComboBox(m_ArrayComboBox, arrays, true);
-    const int index = m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_ActiveArray);
+    const int index =
+        m_ArrayComboBox->findText(isUsingSolidColor() ? k_SolidColor : m_Colouring.m_ActiveArray);
     m_ArrayComboBox->setCurrentIndex(qMax(0, index));
     m_ArrayComboBox->setEnabled(!arrays.isEmpty());
   }
-  Utils::UpdateComponentComboBox(m_ComponentComboBox, m_ActiveArray, m_ActiveArray, m_ActiveComponent,
+  Utils::UpdateComponentComboBox(m_ComponentComboBox, m_Colouring.m_ActiveArray, m_Colouring.m_ActiveArray,
+                                 m_Colouring.m_ActiveComponent,
                                  isUsingSolidColor() ? QList<QString>()
                                                      : Utils::ComponentNames(activeDataArray()));
-  setChecked(m_InvertButton, m_ColorMapInverted);
-  if (m_NanColorButton)
-  {
-    const QSignalBlocker blocker(m_NanColorButton);
-    m_NanColorButton->setColor(m_NanColor);
-  }
-  setChecked(m_CategoriesCheckBox, m_ValuesAsCategories);
-  if (m_MapScalarsComboBox)
-  {
-    const QSignalBlocker blocker(m_MapScalarsComboBox);
-    m_MapScalarsComboBox->setCurrentIndex(m_ScalarMapping);
-  }
+  m_ColourControls.showSettings(m_Colouring);
   if (m_PointSizeEdit)
   {
     const QSignalBlocker blocker(m_PointSizeEdit);
@@ -412,7 +368,7 @@ void VXPointsRepPimpl::updateSettingsControls()
     ZRStyle::ChangeBorderStyle(m_PointSizeEdit, false);
   }
   setChecked(m_PointsAsSpheresCheckBox, m_RenderPointsAsSpheres);
-  setChecked(m_ScalarBarCheckBox, m_ScalarBarVisible);
+  setChecked(m_ScalarBarCheckBox, m_Colouring.m_ScalarBarVisible);
   setChecked(m_HistogramCheckBox, m_GenerateHistogramData);
   if (m_HistogramWidget)
   {
@@ -424,11 +380,11 @@ void VXPointsRepPimpl::updateSettingsControls()
   }
   if (m_LUTEditor)
   {
-    m_LUTEditor->setNanColor(m_NanColor);
+    m_LUTEditor->setNanColor(m_Colouring.m_NanColor);
   }
   if (m_ColorPresetsDialog)
   {
-    m_ColorPresetsDialog->setNanColor(m_NanColor, false);
+    m_ColorPresetsDialog->setNanColor(m_Colouring.m_NanColor, false);
   }
   generateHistogramData();
   updateColorControlsEnabled();
@@ -441,15 +397,15 @@ void VXPointsRepPimpl::updateColorControlsEnabled()
   const bool solid = isUsingSolidColor() || activeDataArray() == nullptr;
   setEnabled(m_SolidColorButton, own && solid);
   setEnabled(m_SolidColorLabel, own && solid);
-  setEnabled(m_PresetButton, own && !solid);
-  setEnabled(m_InvertButton, own && !solid);
-  setEnabled(m_NanColorButton, own && !solid);
-  setEnabled(m_NanColorLabel, own && !solid);
-  setEnabled(m_CustomRangeButton, !solid && !m_ValuesAsCategories);
-  setEnabled(m_RescaleButton, !solid && !m_ValuesAsCategories);
-  setEnabled(m_CategoriesCheckBox, !solid);
-  setEnabled(m_LUTEditorButton, !solid && m_ValuesAsCategories);
-  setEnabled(m_MapScalarsComboBox, !solid);
+  setEnabled(m_ColourControls.m_PresetButton, own && !solid);
+  setEnabled(m_ColourControls.m_InvertButton, own && !solid);
+  setEnabled(m_ColourControls.m_NanColorButton, own && !solid);
+  setEnabled(m_ColourControls.m_NanColorLabel, own && !solid);
+  setEnabled(m_ColourControls.m_CustomRangeButton, !solid && !m_Colouring.m_ValuesAsCategories);
+  setEnabled(m_ColourControls.m_RescaleButton, !solid && !m_Colouring.m_ValuesAsCategories);
+  setEnabled(m_ColourControls.m_CategoriesCheckBox, !solid);
+  setEnabled(m_LUTEditorButton, !solid && m_Colouring.m_ValuesAsCategories);
+  setEnabled(m_ColourControls.m_MapScalarsComboBox, !solid);
   setEnabled(m_ScalarBarCheckBox, !solid);
 }
 
