@@ -1,5 +1,7 @@
 #include "data_views/VXColouringSettings.h"
 
+#include "data_views/VXColouringKeys.h"
+
 #include "colour/VXLookupTable.h"
 #include "data_views/VXStateReading.h"
 #include "data_views/ZRVtkModuleConstants.h"
@@ -19,26 +21,10 @@
 #include <cmath>
 
 using namespace ZRVtkModule::state;
+using namespace ZRVtkModule::state::keys;
 
 namespace
 {
-const char* const k_ActiveArray = "active_array";
-const char* const k_ActiveComponent = "active_component";
-const char* const k_ScalarBarVisible = "scalar_bar_visible";
-const char* const k_ScalarBarPosition[4] = {"source_position_x", "source_position_y", "source_position2_x",
-                                            "source_position2_y"};
-const char* const k_ColorMapInverted = "color_map_inverted";
-const char* const k_ColorPreset = "color_preset";
-const char* const k_UsingDefaultPreset = "using_default_preset";
-const char* const k_IndexedColorPreset = "indexed_color_preset";
-const char* const k_UsingDefaultIndexedPreset = "using_default_indexed_preset";
-const char* const k_ScalarMapping = "scalar_mapping";
-const char* const k_UsingCustomRange = "using_custom_range";
-const char* const k_CustomRangeMin = "custom_range_min";
-const char* const k_CustomRangeMax = "custom_range_max";
-const char* const k_NanColor[3] = {"nan_color_r", "nan_color_g", "nan_color_b"};
-const char* const k_UsingSolidColor = "using_solid_color";
-const char* const k_ValuesAsCategories = "values_as_categories";
 
 void readPresetSetting(const QtZRSettings& settings, const char* key,
                        zr::core::ColorTableUtilities::ColorPreset& preset)

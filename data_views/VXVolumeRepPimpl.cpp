@@ -1,5 +1,7 @@
 #include "data_views/VXVolumeRepPimpl.h"
 
+#include "data_views/VXColouringKeys.h"
+
 #include "colour/TomvizHistogram.h"
 #include "colour/VXColorMapEditorWidget.h"
 #include "colour/VXCustomRangeDialog.h"
@@ -45,20 +47,10 @@
 #include <cmath>
 
 using namespace ZRVtkModule::state;
+using namespace ZRVtkModule::state::keys;
 
 namespace
 {
-const char* const k_ActiveArray = "active_array";
-const char* const k_ActiveComponent = "active_component";
-const char* const k_ScalarBarVisible = "scalar_bar_visible";
-const char* const k_ScalarBarPosition[4] = {"source_position_x", "source_position_y", "source_position2_x",
-                                            "source_position2_y"};
-const char* const k_ColorMapInverted = "color_map_inverted";
-const char* const k_ColorPreset = "color_preset";
-const char* const k_UsingDefaultPreset = "using_default_preset";
-const char* const k_UsingCustomRange = "using_custom_range";
-const char* const k_CustomRangeMin = "custom_range_min";
-const char* const k_CustomRangeMax = "custom_range_max";
 const char* const k_ArrayCustomRanges = "array_custom_ranges";
 const char* const k_ArrayLuts = "array_lut_fct";
 const char* const k_ArrayOpacityFunctions = "array_scalar_opacity_fct";
